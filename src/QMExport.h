@@ -1,0 +1,22 @@
+// QMExport.h - the export macro every public declaration of QMUtil carries.
+//
+//   class QM_API CKey { ... };
+//   namespace QM { QM_API bool IsExist(const wchar_t* path); }
+//
+// While the DLL itself is built QMUTIL_BUILDING_DLL is defined and the
+// declarations are exported; applications see them as imports.
+#pragma once
+
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+
+#if defined(QMUTIL_BUILDING_DLL)
+#define QM_API __declspec(dllexport)
+#else
+#define QM_API __declspec(dllimport)
+#endif

@@ -1,0 +1,19 @@
+// QMUtil.h - the one header an application of the suite includes.
+//
+//   #include <QMUtil.h>
+//   CStringArray fields;
+//   QM::SeparateString(L"a,b", L',', fields, false);
+//
+// Link the import library (libQMUtil.dll.a) and ship QMUtil.dll beside the
+// application.
+#pragma once
+
+#include "QMExport.h"
+
+#include "platform/CString.h"
+#include "platform/Collections.h"
+#include "platform/Exceptions.h"
+#include "platform/Module.h"
+
+#include "frame/Messages.h"
+#include "text/StringSplit.h"

@@ -1,0 +1,58 @@
+// MsgBoxWatcher.h - finds the message box this process shows, reads it and
+// answers it, so that code showing a box can be tested under Xvfb.
+//
+//   qmtest::MsgBoxWatcher watcher(qmtest::MsgBoxWatcher::Press(IDYES));
+//   bool yes = QM::MsgYesNo(nullptr, L"text", true);   // blocks until answered
+//   const qmtest::MsgBoxSeen& seen = watcher.Wait();
+//   EXPECT_EQ(seen.caption, CString(L"塔维提示！"));
+#pragma once
+#include <QMUtil.h>
+
+#include <thread>
+#include <vector>
+
+namespace qmtest {
+
+// What the watcher read off the box before it answered.
+struct MsgBoxSeen
+{
+    bool found = false;
+    CString caption;
+    CString text;
+    UINT icon = 0;                 // MB_ICONERROR, MB_ICONQUESTION, ... or 0
+    std::vector<int> buttons;      // ids of the visible buttons, left to right
+    int defaultButton = 0;         // the dialog's default id
+    bool probeEnabled = true;      // IsWindowEnabled(probe) while the box was up
+};
+
+class MsgBoxWatcher
+{
+public:
+    struct Answer
+    {
+        int button;   // a button id to click, or 0 to press Enter
+    };
+    static Answer Press(int button) { return Answer{button}; }
+    static Answer Enter() { return Answer{0}; }
+
+    // Starts watching at once; `probe` is a window whose enabled state is
+    // recorded while the box is open (task-modal boxes disable it).
+    explicit MsgBoxWatcher(Answer answer, HWND probe = nullptr, DWORD timeoutMs = 10000);
+    ~MsgBoxWatcher();
+    MsgBoxWatcher(const MsgBoxWatcher&) = delete;
+    MsgBoxWatcher& operator=(const MsgBoxWatcher&) = delete;
+
+    // Waits for the watcher to finish and returns what it saw.
+    const MsgBoxSeen& Wait();
+
+private:
+    void Run(Answer answer, HWND probe, DWORD timeoutMs);
+
+    MsgBoxSeen m_seen;
+    std::thread m_thread;
+};
+
+// The first visible top-level dialog (class "#32770") of this process.
+HWND FindProcessDialog();
+
+}  // namespace qmtest

@@ -1,0 +1,34 @@
+// TempDir.h - a fresh folder per test, removed with everything in it.
+//
+//   TempDir dir;
+//   CString file = dir.Path() + L"a.ini";     // Path() ends with a backslash
+//
+#pragma once
+#include <QMUtil.h>
+
+#include <string>
+
+namespace qmtest {
+
+class TempDir
+{
+public:
+    TempDir();
+    ~TempDir();
+    TempDir(const TempDir&) = delete;
+    TempDir& operator=(const TempDir&) = delete;
+
+    const CString& Path() const { return m_path; }
+    // Writes `bytes` to Path() + `name` (folders on the way are created).
+    CString WriteFile(const wchar_t* name, const std::string& bytes) const;
+    // The whole content of a file, or an empty string when it is missing.
+    static std::string ReadFile(const wchar_t* path);
+
+private:
+    CString m_path;
+};
+
+// Removes a folder tree, clearing read-only attributes on the way.
+void RemoveTree(const wchar_t* folder);
+
+}  // namespace qmtest

@@ -1,0 +1,49 @@
+// cmd_version.cpp - qmtool version: the tool's and the library's versions.
+#include "qmtool.h"
+
+namespace qmtool {
+namespace {
+
+const wchar_t kToolVersion[] = L"1.42";
+
+// The FILEVERSION of the QMUtil.dll this process loaded, e.g. "1.42.0.0".
+CString LibraryFileVersion(CString& path)
+{
+    HMODULE library = GetModuleHandleW(L"QMUtil.dll");
+    wchar_t name[MAX_PATH] = L"";
+    if (library == nullptr || GetModuleFileNameW(library, name, MAX_PATH) == 0)
+        return CString();
+    path = name;
+    DWORD ignored = 0;
+    DWORD size = GetFileVersionInfoSizeW(name, &ignored);
+    if (size == 0)
+        return CString();
+    std::vector<BYTE> block(size);
+    VS_FIXEDFILEINFO* info = nullptr;
+    UINT length = 0;
+    if (!GetFileVersionInfoW(name, 0, size, block.data()) ||
+        !VerQueryValueW(block.data(), L"\\", reinterpret_cast<void**>(&info), &length) || info == nullptr)
+        return CString();
+    CString version;
+    version.Format(L"%u.%u.%u.%u", HIWORD(info->dwFileVersionMS), LOWORD(info->dwFileVersionMS),
+                   HIWORD(info->dwFileVersionLS), LOWORD(info->dwFileVersionLS));
+    return version;
+}
+
+int RunVersion(const Command& self, Args& args)
+{
+    if (!args.Positional().empty())
+        return Usage(self, L"takes no arguments");
+    CString path;
+    const CString version = LibraryFileVersion(path);
+    CString text;
+    text.Format(L"qmtool %s\nQMUtil.dll %s (%s)\n", kToolVersion, version.GetString(), path.GetString());
+    Out(text);
+    return kOk;
+}
+
+const Command version{L"version", L"version", L"the versions of qmtool and of the QMUtil.dll it loaded",
+                      RunVersion};
+
+}  // namespace
+}  // namespace qmtool

@@ -1,0 +1,144 @@
+// main.cpp - qmtool: the library's non-window functions from the command line.
+#include "qmtool.h"
+
+#include <cerrno>
+#include <climits>
+#include <cwchar>
+
+namespace qmtool {
+
+namespace {
+
+std::vector<const Command*>& Registry()
+{
+    static std::vector<const Command*> commands;
+    return commands;
+}
+
+void Write(DWORD which, const CString& text)
+{
+    HANDLE stream = GetStdHandle(which);
+    DWORD mode = 0, written = 0;
+    if (GetConsoleMode(stream, &mode)) {
+        WriteConsoleW(stream, text.GetString(), static_cast<DWORD>(text.GetLength()), &written, nullptr);
+        return;
+    }
+    int bytes = WideCharToMultiByte(CP_UTF8, 0, text, text.GetLength(), nullptr, 0, nullptr, nullptr);
+    if (bytes <= 0)
+        return;
+    std::vector<char> utf8(static_cast<size_t>(bytes));
+    WideCharToMultiByte(CP_UTF8, 0, text, text.GetLength(), utf8.data(), bytes, nullptr, nullptr);
+    WriteFile(stream, utf8.data(), static_cast<DWORD>(bytes), &written, nullptr);
+}
+
+int Help()
+{
+    CString text = L"qmtool - the QMUtil library from the command line\n\nusage: qmtool COMMAND [ARGS] [--help]\n\ncommands:\n";
+    for (const Command* c : Registry())
+        text.AppendFormat(L"  %-44s %s\n", c->usage, c->summary);
+    Out(text);
+    return kOk;
+}
+
+}  // namespace
+
+Command::Command(const wchar_t* name_, const wchar_t* usage_, const wchar_t* summary_, int (*run_)(const Command&, Args&))
+    : name(name_), usage(usage_), summary(summary_), run(run_)
+{
+    Registry().push_back(this);
+}
+
+const std::vector<const Command*>& Commands()
+{
+    return Registry();
+}
+
+bool Args::Flag(const wchar_t* name)
+{
+    for (auto it = m_words.begin(); it != m_words.end(); ++it)
+        if (*it == CString(L"--") + name) {
+            m_words.erase(it);
+            return true;
+        }
+    return false;
+}
+
+CString Args::Option(const wchar_t* name, bool* present)
+{
+    if (present != nullptr)
+        *present = false;
+    for (auto it = m_words.begin(); it != m_words.end(); ++it) {
+        if (*it != CString(L"--") + name)
+            continue;
+        if (it + 1 == m_words.end()) {
+            m_error.Format(L"--%s needs a value", name);
+            m_words.erase(it);
+            return CString();
+        }
+        CString value = *(it + 1);
+        m_words.erase(it, it + 2);
+        if (present != nullptr)
+            *present = true;
+        return value;
+    }
+    return CString();
+}
+
+CString Args::UnknownFlag() const
+{
+    for (const CString& word : m_words)
+        if (word.Left(2) == L"--")
+            return word;
+    return CString();
+}
+
+void Out(const CString& text) { Write(STD_OUTPUT_HANDLE, text); }
+void Err(const CString& text) { Write(STD_ERROR_HANDLE, text); }
+
+int Usage(const Command& command, const wchar_t* why)
+{
+    CString text;
+    text.Format(L"qmtool %s: %s\nusage: qmtool %s\n", command.name, why, command.usage);
+    Err(text);
+    return kUsage;
+}
+
+bool ParseInt(const CString& text, int& value)
+{
+    if (text.IsEmpty())
+        return false;
+    wchar_t* end = nullptr;
+    errno = 0;
+    long parsed = std::wcstol(text, &end, 10);
+    if (end == nullptr || *end != L'\0' || errno != 0 || parsed < INT_MIN || parsed > INT_MAX)
+        return false;
+    value = static_cast<int>(parsed);
+    return true;
+}
+
+}  // namespace qmtool
+
+int wmain(int argc, wchar_t** argv)
+{
+    using namespace qmtool;
+    if (argc < 2 || CString(argv[1]) == L"--help" || CString(argv[1]) == L"help")
+        return argc < 2 ? (Help(), kUsage) : Help();
+
+    for (const Command* command : Commands()) {
+        if (CString(argv[1]) != command->name)
+            continue;
+        std::vector<CString> words(argv + 2, argv + argc);
+        Args args(words);
+        if (args.Flag(L"help")) {
+            CString text;
+            text.Format(L"usage: qmtool %s\n  %s\n", command->usage, command->summary);
+            Out(text);
+            return kOk;
+        }
+        return command->run(*command, args);
+    }
+    CString text;
+    text.Format(L"qmtool: unknown command '%s' (try qmtool --help)\n", argv[1]);
+    Err(text);
+    return kUsage;
+}

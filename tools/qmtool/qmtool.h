@@ -1,0 +1,61 @@
+// qmtool.h - the command-line front end's shared pieces.
+//
+//   static int RunNth(const Command& self, Args& args) { ... }
+//   static Command nth{L"nth", L"nth LIST N", L"element N of a CAD list", RunNth};
+//
+// Every command file registers its commands with a static Command object;
+// main() finds them by name. Exit codes: 0 success, 1 the operation failed,
+// 2 a usage error.
+#pragma once
+#include <QMUtil.h>
+
+#include <vector>
+
+namespace qmtool {
+
+enum ExitCode { kOk = 0, kFailed = 1, kUsage = 2 };
+
+// The words after the command name, with flags taken out as they are asked for.
+class Args
+{
+public:
+    explicit Args(std::vector<CString> words) : m_words(std::move(words)) {}
+
+    // Removes `--name` and reports whether it was there.
+    bool Flag(const wchar_t* name);
+    // Removes `--name VALUE` and returns VALUE; `present` tells whether it
+    // was given. A flag without its value sets `m_error`.
+    CString Option(const wchar_t* name, bool* present = nullptr);
+    // The positional words left once every flag was taken.
+    const std::vector<CString>& Positional() const { return m_words; }
+    // A word still starting with "--" that no command asked for, or empty.
+    CString UnknownFlag() const;
+
+    CString m_error;
+
+private:
+    std::vector<CString> m_words;
+};
+
+struct Command
+{
+    Command(const wchar_t* name, const wchar_t* usage, const wchar_t* summary, int (*run)(const Command&, Args&));
+
+    const wchar_t* name;
+    const wchar_t* usage;
+    const wchar_t* summary;
+    int (*run)(const Command&, Args&);
+};
+
+const std::vector<const Command*>& Commands();
+
+// Writes to standard output / standard error: the console in UTF-16 when it
+// is one, UTF-8 bytes when the stream is redirected.
+void Out(const CString& text);
+void Err(const CString& text);
+// Prints "usage: qmtool USAGE" plus `why` to standard error; returns kUsage.
+int Usage(const Command& command, const wchar_t* why);
+// Parses a decimal integer; false on anything else.
+bool ParseInt(const CString& text, int& value);
+
+}  // namespace qmtool
