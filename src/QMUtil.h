@@ -17,3 +17,4 @@
 
 #include "frame/Messages.h"
 #include "text/StringSplit.h"
+#include "fs/PathParts.h"
