@@ -18,3 +18,6 @@
 #include "frame/Messages.h"
 #include "text/StringSplit.h"
 #include "fs/PathParts.h"
+#include "frame/Version.h"
+#include "frame/DebugTrace.h"
+#include "env/ProjectDir.h"
