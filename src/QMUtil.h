@@ -13,8 +13,13 @@
 #include "platform/CString.h"
 #include "platform/Collections.h"
 #include "platform/Exceptions.h"
+#include "platform/File.h"
 #include "platform/Module.h"
 
 #include "frame/Messages.h"
 #include "text/StringSplit.h"
+#include "text/Numbers.h"
+#include "config/IniHelpers.h"
+#include "config/INISetting.h"
+#include "config/Registry.h"
 #include "fs/PathParts.h"
