@@ -1,5 +1,11 @@
-// DllMain.cpp - the library's entry point.
+// DllMain.cpp - the library's entry point and its load sequence.
+#include "config/INISetting.h"
+#include "config/ProcessSettings.h"
+#include "env/Folders.h"
+#include "env/PathMacros.h"
+#include "frame/DebugTrace.h"
 #include "frame/Library.h"
+#include "fs/PathParts.h"
 
 namespace {
 
@@ -7,6 +13,45 @@ HINSTANCE& ModuleHandle()
 {
     static HINSTANCE handle = nullptr;
     return handle;
+}
+
+const wchar_t kNotConfigured[] = L"INIT.INI文件中没有设置";
+
+// Binds the start-up settings beside the library: "Sys\INIT.ini" wins over
+// "INIT.ini". The library's folder is the folder part of its own file name.
+void BindStartupSettings(HINSTANCE instance)
+{
+    wchar_t file[259] = L"";
+    GetModuleFileNameW(instance, file, 259);
+    const CString folder = QM::GetFilePath(file);
+    CString ini;
+    ini.Format(L"%sSys\\INIT.ini", folder.GetString());
+    if (!QM::IsExist(ini))
+        ini.Format(L"%sINIT.ini", folder.GetString());
+    QM::CInitSetting().SetFilePath(ini);
+}
+
+void BindConfiguredSettings()
+{
+    INISetting& init = QM::CInitSetting();
+    QM::SetSysINIFilePath(QM::FixSystemDir(init.GetSetting(L"SYS", kNotConfigured, L"IniFilePath")));
+    QM::SetUserINIFilePath(QM::FixSystemDir(init.GetSetting(L"User", kNotConfigured, L"IniFilePath")));
+    CString work;
+    if (QM::GetWorkDir(work, true))
+        QM::CADMenuSetting().SetFilePath(work + init.GetSetting(L"SaveFileName", L"ACADMenu.INI", L"CADMenu"));
+}
+
+// Reading every switch now fixes it for the process. The CAD dialog switch
+// takes the EXE dialog switch's value at every load, as the suite expects.
+void FixDebugSwitches()
+{
+    SetDSCommandLineToEXE(GetDSCommandLineToEXE());
+    SetDSCommandLineToCAD(GetDSCommandLineToCAD());
+    SetDSDialogToEXE(GetDSDialogToEXE());
+    SetDSDialogToCAD(GetDSDialogToEXE());
+    SetDSMacroToEXE(GetDSMacroToEXE());
+    SetDSMacroToCAD(GetDSMacroToCAD());
+    SetDSFormatLspList(GetDSFormatLspList());
 }
 
 }  // namespace
@@ -37,6 +82,9 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID /*reserv
             return FALSE;
         // The chain owns the object and frees it at AfxTermExtensionModule.
         new CDynLinkLibrary(QM::LibraryModule());
+        BindStartupSettings(instance);
+        BindConfiguredSettings();
+        FixDebugSwitches();
     } else if (reason == DLL_PROCESS_DETACH) {
         AfxTermExtensionModule(QM::LibraryModule());
     }
