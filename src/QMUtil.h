@@ -14,7 +14,10 @@
 #include "platform/Collections.h"
 #include "platform/Exceptions.h"
 #include "platform/Module.h"
+#include "platform/FileFind.h"
 
 #include "frame/Messages.h"
 #include "text/StringSplit.h"
 #include "fs/PathParts.h"
+#include "fs/Listing.h"
+#include "fs/FileOps.h"
