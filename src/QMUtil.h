@@ -21,3 +21,4 @@
 #include "fs/PathParts.h"
 #include "fs/Listing.h"
 #include "fs/FileOps.h"
+#include "fs/BrowseForFolder.h"
