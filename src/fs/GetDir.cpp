@@ -51,10 +51,14 @@ bool PassesCheck(const SelectionCheck& check, LPCITEMIDLIST item)
 int CALLBACK GetDirCallback(HWND dialog, UINT message, LPARAM param, LPARAM data)
 {
     const auto* check = reinterpret_cast<const SelectionCheck*>(data);
-    // Posted, not sent: a shell may set OK by its own rules after telling us
-    // of the change (Wine's does), and the check must have the last word.
-    if (message == BFFM_SELCHANGED && HasCheck(*check))
-        PostMessageW(dialog, BFFM_ENABLEOK, 0, PassesCheck(*check, reinterpret_cast<LPCITEMIDLIST>(param)));
+    if (message != BFFM_SELCHANGED || !HasCheck(*check))
+        return 0;
+    // Sent for a shell that sets OK by its own rules before telling us of the
+    // change, and posted again for one that does so afterwards (Wine's): the
+    // check must have the last word either way.
+    const BOOL passes = PassesCheck(*check, reinterpret_cast<LPCITEMIDLIST>(param));
+    SendMessageW(dialog, BFFM_ENABLEOK, 0, passes);
+    PostMessageW(dialog, BFFM_ENABLEOK, 0, passes);
     return 0;
 }
 
