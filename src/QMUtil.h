@@ -10,19 +10,33 @@
 
 #include "QMExport.h"
 
+// Foundation
 #include "platform/CString.h"
 #include "platform/Collections.h"
 #include "platform/Exceptions.h"
 #include "platform/File.h"
+#include "platform/FileFind.h"
 #include "platform/Module.h"
 
-#include "frame/Messages.h"
-#include "text/StringSplit.h"
-#include "text/Numbers.h"
-#include "config/IniHelpers.h"
-#include "config/INISetting.h"
-#include "config/Registry.h"
-#include "fs/PathParts.h"
-#include "frame/Version.h"
+// Library frame: messages, tracing, version
 #include "frame/DebugTrace.h"
+#include "frame/Messages.h"
+#include "frame/Version.h"
+
+// Text: numbers and splitting
+#include "text/Numbers.h"
+#include "text/StringSplit.h"
+
+// Configuration: INI files, cached settings, registry
+#include "config/INISetting.h"
+#include "config/IniHelpers.h"
+#include "config/Registry.h"
+
+// Software environment
 #include "env/ProjectDir.h"
+
+// File system
+#include "fs/BrowseForFolder.h"
+#include "fs/FileOps.h"
+#include "fs/Listing.h"
+#include "fs/PathParts.h"
