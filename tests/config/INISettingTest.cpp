@@ -30,6 +30,17 @@ TEST_F(INISettingTest, NamesMatchWithoutRegardToCase)
     EXPECT_EQ(ini.GetSetting(L"DOUBLEEQ", L"def", L"PRECISION"), CString(L"0.01"));
 }
 
+TEST_F(INISettingTest, LongNamesMatchWithoutRegardToCaseToo)
+{
+    const std::wstring section(70, L's'), key = std::wstring(63, L'k') + L"tail";
+    INISetting ini(Write(L"a.ini", (L"[" + section + L"]\r\n" + key + L"=long\r\n").c_str()));
+    CString upperSection(section.c_str()), upperKey(key.c_str());
+    upperSection.MakeUpper();
+    upperKey.MakeUpper();
+    EXPECT_EQ(ini.GetSetting(upperKey, L"def", upperSection), CString(L"long"));
+    EXPECT_EQ(ini.GetSetting(CString(upperKey).Left(63), L"def", upperSection), CString(L"def"));
+}
+
 TEST_F(INISettingTest, ChineseNamesAndValuesInCodePage936)
 {
     INISetting ini(Write(L"zh.ini", L"[图层]\r\n颜色=红色\r\n"));
