@@ -48,6 +48,38 @@ CString Upper(const wchar_t* name)
     return upper;
 }
 
+// The upper-case form of a name, as CString::MakeUpper makes it, built on
+// the stack for the short names settings have: GetSetting runs for every
+// tolerance and switch the add-ons test, and a heap copy per name would
+// cost more than the look-up itself.
+class UpperName
+{
+public:
+    explicit UpperName(const wchar_t* name)
+    {
+        size_t length = 0;
+        for (; name != nullptr && name[length] != L'\0' && length < kSmall; ++length) {
+            const wchar_t c = name[length];
+            m_small[length] = (c >= L'a' && c <= L'z') ? static_cast<wchar_t>(c - 32) : c;
+        }
+        m_small[length] = L'\0';
+        if (name != nullptr && name[length] != L'\0') {
+            m_large = Upper(name);
+            m_text = m_large;
+        }
+    }
+    UpperName(const UpperName&) = delete;
+    UpperName& operator=(const UpperName&) = delete;
+
+    operator const wchar_t*() const { return m_text; }
+
+private:
+    static const size_t kSmall = 63;
+    wchar_t m_small[kSmall + 1];
+    CString m_large;
+    const wchar_t* m_text = m_small;
+};
+
 int SaturatedInt(double value)
 {
     return value >= static_cast<double>(INT_MAX) ? INT_MAX : static_cast<int>(value);
@@ -83,13 +115,13 @@ CString INISetting::GetFilePath()
 
 CString INISetting::GetSetting(const wchar_t* key, const wchar_t* defaultValue, const wchar_t* section)
 {
+    // One result object, so that the value is copied once and returned in place.
+    CString result;
     void* found = nullptr;
-    if (m_mapSections.Lookup(Upper(section), found)) {
-        CString value;
-        if (static_cast<SectionRecord*>(found)->keys.Lookup(Upper(key), value))
-            return value;
-    }
-    return CString(defaultValue);
+    if (!m_mapSections.Lookup(UpperName(section), found) ||
+        !static_cast<SectionRecord*>(found)->keys.Lookup(UpperName(key), result))
+        result = defaultValue;
+    return result;
 }
 
 bool INISetting::SetSetting(const wchar_t* key, const wchar_t* value, const wchar_t* section)
