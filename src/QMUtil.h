@@ -18,3 +18,6 @@
 #include "frame/Messages.h"
 #include "text/StringSplit.h"
 #include "fs/PathParts.h"
+#include "env/Folders.h"
+#include "env/PathMacros.h"
+#include "cad/CadDiscovery.h"
