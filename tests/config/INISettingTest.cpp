@@ -1,0 +1,245 @@
+// INISettingTest.cpp - the settings cache: what it answers from memory, when
+// it reads the file again, and what reaches the file.
+#include "TestText.h"
+#include "support/MsgBoxWatcher.h"
+#include "support/TempDir.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace {
+
+using qmtest::Ansi;
+using qmtest::Profile;
+
+class INISettingTest : public ::testing::Test
+{
+protected:
+    CString Write(const wchar_t* name, const wchar_t* text) { return dir.WriteFile(name, Ansi(text)); }
+
+    qmtest::TempDir dir;
+};
+
+TEST_F(INISettingTest, NamesMatchWithoutRegardToCase)
+{
+    INISetting ini(Write(L"a.ini", L"[Precision]\r\nZERO=0.001\r\nDoubleEQ=0.01\r\n"));
+    EXPECT_EQ(ini.GetSetting(L"zero", L"def", L"precision"), CString(L"0.001"));
+    EXPECT_EQ(ini.GetSetting(L"DOUBLEEQ", L"def", L"PRECISION"), CString(L"0.01"));
+}
+
+TEST_F(INISettingTest, ChineseNamesAndValuesInCodePage936)
+{
+    INISetting ini(Write(L"zh.ini", L"[图层]\r\n颜色=红色\r\n"));
+    EXPECT_EQ(ini.GetSetting(L"颜色", L"", L"图层"), CString(L"红色"));
+}
+
+TEST_F(INISettingTest, AbsentSectionOrKeyGivesTheDefault)
+{
+    INISetting ini(Write(L"a.ini", L"[S]\r\nK=v\r\n"));
+    EXPECT_EQ(ini.GetSetting(L"Other", L"def", L"S"), CString(L"def"));
+    EXPECT_EQ(ini.GetSetting(L"K", L"def", L"Other"), CString(L"def"));
+    EXPECT_EQ(ini.GetSetting(L"K", nullptr, L"Other"), CString(L""));
+    EXPECT_EQ(ini.GetSetting(nullptr, L"def", nullptr), CString(L"def"));
+}
+
+TEST_F(INISettingTest, AKeyWithAnEmptyValueGivesTheEmptyText)
+{
+    INISetting ini(Write(L"a.ini", L"[S]\r\nK=\r\n"));
+    EXPECT_EQ(ini.GetSetting(L"K", L"def", L"S"), CString(L""));
+}
+
+TEST_F(INISettingTest, ValuesAreWhatTheProfileReaderReturns)
+{
+    const CString path = Write(L"a.ini", L"[S]\r\nPad =  spaced out  \r\nQuoted=\"q\"\r\nEq=a=b\r\n; Comment=1\r\n"
+                                         L"Dup=first\r\nDup=second\r\n");
+    INISetting ini(path);
+    for (const wchar_t* key : {L"Pad", L"Quoted", L"Eq", L"Dup"})
+        EXPECT_EQ(ini.GetSetting(key, L"<absent>", L"S"), Profile(L"S", key, path)) << key;
+    EXPECT_EQ(ini.GetSetting(L"; Comment", L"<absent>", L"S"), CString(L"<absent>"));
+}
+
+TEST_F(INISettingTest, SectionsWithoutKeysAreNeverStored)
+{
+    INISetting ini(Write(L"a.ini", L"[Empty]\r\n[S]\r\nK=1\r\n"));
+    CStringArray keys, values;
+    EXPECT_EQ(ini.GetAllKeysAndValues(L"Empty", keys, values), 0);
+    EXPECT_EQ(ini.GetAllKeysAndValues(L"S", keys, values), 1);
+
+    INISetting onlyEmpty;
+    EXPECT_FALSE(onlyEmpty.SetFilePath(Write(L"b.ini", L"[Empty]\r\n; nothing\r\n")));
+    EXPECT_FALSE(onlyEmpty.SetFilePath(Write(L"c.ini", L"")));
+}
+
+TEST_F(INISettingTest, GetAllKeysAndValuesGivesUpperCaseKeysAndClearsTheArrays)
+{
+    INISetting ini(Write(L"a.ini", L"[S]\r\nalpha=1\r\nBeta=2\r\n颜色=红\r\n"));
+    CStringArray keys, values;
+    keys.Add(L"junk");
+    values.Add(L"junk");
+    ASSERT_EQ(ini.GetAllKeysAndValues(L"s", keys, values), 3);
+    ASSERT_EQ(keys.GetSize(), 3);
+    ASSERT_EQ(values.GetSize(), 3);
+    std::vector<std::wstring> pairs;
+    for (INT_PTR i = 0; i < keys.GetSize(); ++i)
+        pairs.push_back(std::wstring(keys[i]) + L"=" + values[i].GetString());
+    std::sort(pairs.begin(), pairs.end());
+    EXPECT_EQ(pairs, (std::vector<std::wstring>{L"ALPHA=1", L"BETA=2", L"颜色=红"}));
+
+    EXPECT_EQ(ini.GetAllKeysAndValues(L"Unknown", keys, values), 0);
+    EXPECT_EQ(keys.GetSize(), 0);
+    EXPECT_EQ(values.GetSize(), 0);
+}
+
+TEST_F(INISettingTest, LookUpsDoNotTouchTheFileUntilTheNextBind)
+{
+    const CString path = Write(L"a.ini", L"[S]\r\nK=old\r\n");
+    INISetting ini(path);
+    ASSERT_TRUE(WritePrivateProfileStringW(L"S", L"K", L"new", path));
+    WritePrivateProfileStringW(nullptr, nullptr, nullptr, path);
+    EXPECT_EQ(ini.GetSetting(L"K", L"", L"S"), CString(L"old"));
+    ASSERT_TRUE(DeleteFileW(path));
+    EXPECT_EQ(ini.GetSetting(L"K", L"", L"S"), CString(L"old"));
+    Write(L"a.ini", L"[S]\r\nK=new\r\n");
+    EXPECT_TRUE(ini.SetFilePath(path));
+    EXPECT_EQ(ini.GetSetting(L"K", L"", L"S"), CString(L"new"));
+}
+
+TEST_F(INISettingTest, ABindToAMissingFileKeepsThePreviousValues)
+{
+    INISetting ini;
+    EXPECT_TRUE(ini.GetFilePath().IsEmpty());
+    ASSERT_TRUE(ini.SetFilePath(Write(L"a.ini", L"[S]\r\nK=kept\r\n")));
+    const CString missing = dir.Path() + L"missing.ini";
+    EXPECT_FALSE(ini.SetFilePath(missing));
+    EXPECT_EQ(ini.GetFilePath(), missing);
+    EXPECT_EQ(ini.GetSetting(L"K", L"def", L"S"), CString(L"kept"));
+}
+
+TEST_F(INISettingTest, ABindReplacesEverySectionOfThePreviousFile)
+{
+    INISetting ini(Write(L"a.ini", L"[Old]\r\nK=1\r\n"));
+    ASSERT_TRUE(ini.SetFilePath(Write(L"b.ini", L"[New]\r\nK=2\r\n")));
+    EXPECT_EQ(ini.GetSetting(L"K", L"def", L"Old"), CString(L"def"));
+    EXPECT_EQ(ini.GetSetting(L"K", L"def", L"New"), CString(L"2"));
+}
+
+class INISettingWriteTest : public INISettingTest
+{
+protected:
+    void SetUp() override
+    {
+        path = Write(L"w.ini", L"[Software]\r\nA=1\r\nB=2\r\n[Other]\r\nC=3\r\n");
+        ASSERT_TRUE(ini.SetFilePath(path));
+    }
+
+    CString path;
+    INISetting ini;
+};
+
+TEST_F(INISettingWriteTest, ReplacingAKeyKeepsTheRestOfTheCachedSection)
+{
+    ini.SetSetting(L"a", L"9", L"software");
+    EXPECT_EQ(ini.GetSetting(L"A", L"def", L"Software"), CString(L"9"));
+    EXPECT_EQ(ini.GetSetting(L"B", L"def", L"Software"), CString(L"2"));
+    EXPECT_EQ(Profile(L"Software", L"A", path), CString(L"9"));
+}
+
+TEST_F(INISettingWriteTest, ANewKeyReplacesTheCachedSectionUntilTheNextBind)
+{
+    ini.SetSetting(L"New", L"n", L"Software");
+    EXPECT_EQ(ini.GetSetting(L"NEW", L"def", L"Software"), CString(L"n"));
+    EXPECT_EQ(ini.GetSetting(L"A", L"def", L"Software"), CString(L"def"));
+    EXPECT_EQ(ini.GetSetting(L"C", L"def", L"Other"), CString(L"3"));
+    // The file keeps the section's other keys, and a bind brings them back.
+    EXPECT_EQ(Profile(L"Software", L"A", path), CString(L"1"));
+    ASSERT_TRUE(ini.SetFilePath(path));
+    EXPECT_EQ(ini.GetSetting(L"A", L"def", L"Software"), CString(L"1"));
+    EXPECT_EQ(ini.GetSetting(L"New", L"def", L"Software"), CString(L"n"));
+}
+
+TEST_F(INISettingWriteTest, WritesCarryTheCallersSpelling)
+{
+    ini.SetSetting(L"SaveFileName", L"菜单.INI", L"CADMenu");
+    const std::string bytes = qmtest::TempDir::ReadFile(path);
+    EXPECT_NE(bytes.find("[CADMenu]"), std::string::npos);
+    EXPECT_NE(bytes.find(Ansi(L"SaveFileName=菜单.INI")), std::string::npos);
+    EXPECT_EQ(ini.GetSetting(L"savefilename", L"", L"cadmenu"), CString(L"菜单.INI"));
+}
+
+TEST_F(INISettingWriteTest, NullValueIsWrittenAsEmptyText)
+{
+    ini.SetSetting(L"A", nullptr, L"Software");
+    EXPECT_EQ(ini.GetSetting(L"A", L"def", L"Software"), CString(L""));
+    EXPECT_EQ(Profile(L"Software", L"A", path), CString(L""));
+}
+
+TEST_F(INISettingWriteTest, EmptyKeyOrSectionChangesNothing)
+{
+    const std::string before = qmtest::TempDir::ReadFile(path);
+    EXPECT_FALSE(ini.SetSetting(L"", L"v", L"Software"));
+    EXPECT_FALSE(ini.SetSetting(L"A", L"v", nullptr));
+    EXPECT_EQ(qmtest::TempDir::ReadFile(path), before);
+    EXPECT_EQ(ini.GetSetting(L"A", L"def", L"Software"), CString(L"1"));
+}
+
+TEST_F(INISettingTest, AnUnboundObjectCachesButWritesNoFile)
+{
+    INISetting ini;
+    EXPECT_FALSE(ini.SetSetting(L"K", L"v", L"S"));
+    EXPECT_EQ(ini.GetSetting(L"K", L"def", L"S"), CString(L"v"));
+}
+
+TEST_F(INISettingTest, AFileTooLargeToListIsReportedAndTheOldValuesStay)
+{
+    INISetting ini(Write(L"a.ini", L"[S]\r\nK=kept\r\n"));
+    // A sparse file: its size alone makes the section-name buffer impossible.
+    const CString big = dir.Path() + L"big.ini";
+    HANDLE file = CreateFileW(big, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    ASSERT_NE(file, INVALID_HANDLE_VALUE);
+    LARGE_INTEGER size;
+    size.QuadPart = 1500000000;
+    const bool sized = SetFilePointerEx(file, size, nullptr, FILE_BEGIN) && SetEndOfFile(file);
+    CloseHandle(file);
+    ASSERT_TRUE(sized);
+
+    qmtest::MsgBoxWatcher watcher(qmtest::MsgBoxWatcher::Enter());
+    EXPECT_TRUE(ini.SetFilePath(big));
+    const qmtest::MsgBoxSeen& seen = watcher.Wait();
+    ASSERT_TRUE(seen.found);
+    EXPECT_EQ(seen.text, CString(L"ini文件分配内存错！\n[1800000000]字节"));
+    EXPECT_EQ(seen.caption, CString(L"塔维提示！"));
+    EXPECT_EQ(seen.icon, static_cast<UINT>(MB_ICONERROR));
+    EXPECT_EQ(ini.GetSetting(L"K", L"def", L"S"), CString(L"kept"));
+}
+
+TEST_F(INISettingTest, ALargeFileIsReadWhole)
+{
+    std::wstring text;
+    for (int s = 0; s < 50; ++s) {
+        text += L"[Section" + std::to_wstring(s) + L"]\r\n";
+        for (int k = 0; k < 200; ++k)
+            text += L"Key" + std::to_wstring(k) + L"=" + std::to_wstring(s * 1000 + k) + L"\r\n";
+    }
+    INISetting ini(Write(L"big.ini", text.c_str()));
+    CStringArray keys, values;
+    EXPECT_EQ(ini.GetAllKeysAndValues(L"Section49", keys, values), 200);
+    EXPECT_EQ(ini.GetSetting(L"KEY0", L"", L"SECTION0"), CString(L"0"));
+    EXPECT_EQ(ini.GetSetting(L"key199", L"", L"section49"), CString(L"49199"));
+}
+
+TEST(ProcessSettingsTest, TheThreeObjectsAreDistinctAndProcessWide)
+{
+    qmtest::TempDir dir;
+    const CString path = dir.WriteFile(L"ACADMenu.INI", "[CADMenu]\r\nGroup=acad\r\n");
+    ASSERT_TRUE(QM::CADMenuSetting().SetFilePath(path));
+    EXPECT_EQ(QM::CADMenuSetting().GetSetting(L"Group", L"", L"CADMenu"), CString(L"acad"));
+    EXPECT_EQ(QM::CADMenuSetting().GetFilePath(), path);
+    EXPECT_NE(QM::CInitSetting().GetFilePath(), path);
+    EXPECT_NE(QM::CGCSetting().GetFilePath(), path);
+    EXPECT_EQ(QM::CGCSetting().GetSetting(L"Group", L"def", L"CADMenu"), CString(L"def"));
+}
+
+}  // namespace
