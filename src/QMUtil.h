@@ -26,3 +26,6 @@
 #include "env/Folders.h"
 #include "env/PathMacros.h"
 #include "cad/CadDiscovery.h"
+#include "cad/CadCmdLine.h"
+#include "cad/CadMenu.h"
+#include "cad/CadVirus.h"

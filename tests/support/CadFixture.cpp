@@ -123,14 +123,23 @@ void CadEnvironment::TearDown()
 }
 
 SettingOverride::SettingOverride(const wchar_t* key, const wchar_t* value, const wchar_t* section)
-    : m_key(key), m_section(section), m_old(QM::CInitSetting().GetSetting(key, L"", section))
+    : m_key(key), m_section(section)
 {
-    QM::CInitSetting().SetSetting(key, value, section);
+    const CString path = QM::CInitSetting().GetFilePath();
+    wchar_t old[2048] = {};
+    m_existed = GetPrivateProfileStringW(section, key, L"\x01", old, ARRAYSIZE(old), path) != 1 || old[0] != 1;
+    m_old = old;
+    WritePrivateProfileStringW(section, key, value, path);
+    // Re-read: a new key written through the cache would make it forget the
+    // section's other keys until the next bind.
+    QM::CInitSetting().SetFilePath(path);
 }
 
 SettingOverride::~SettingOverride()
 {
-    QM::CInitSetting().SetSetting(m_key, m_old, m_section);
+    const CString path = QM::CInitSetting().GetFilePath();
+    WritePrivateProfileStringW(m_section, m_key, m_existed ? m_old.GetString() : nullptr, path);
+    QM::CInitSetting().SetFilePath(path);
 }
 
 }  // namespace qmtest

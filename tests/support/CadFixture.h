@@ -78,7 +78,8 @@ public:
     void TearDown() override;
 };
 
-// Changes one start-up setting for a scope and puts the old text back.
+// Changes one start-up setting in the bound file for a scope, re-reads the
+// file, and puts the old text back (or removes the key it added).
 class SettingOverride
 {
 public:
@@ -87,6 +88,7 @@ public:
 
 private:
     CString m_key, m_section, m_old;
+    bool m_existed = false;
 };
 
 }  // namespace qmtest
