@@ -1,0 +1,176 @@
+// CadAutomation.cpp - the host's folder through its automation server, for
+// machines whose registry entries were lost or never written (network and
+// "portable" installations). The lookup runs on a worker thread so that a
+// slow server start does not freeze the caller's windows.
+#include "cad/CadDiscovery.h"
+
+#include "config/INISetting.h"
+#include "fs/PathParts.h"
+
+#include <ole2.h>
+#include <oleauto.h>
+
+#include <algorithm>
+
+namespace QM {
+namespace {
+
+// The worker's one failure code; any other exit code means the folder is set.
+const DWORD kWorkerFailed = 1;
+
+struct AutomationJob
+{
+    CString progId;              // "AutoCAD.Application.<release>" or "{clsid}"
+    wchar_t folder[261] = {};    // the host's folder, filled by the worker
+};
+
+// Calls `name` on `object` (a property get or a method) with `args` given in
+// reverse order, as IDispatch::Invoke wants them.
+bool Invoke(IDispatch* object, const wchar_t* name, WORD flags, VARIANT* args, UINT count, VARIANT& result)
+{
+    DISPID id = 0;
+    LPOLESTR names[] = {const_cast<LPOLESTR>(name)};
+    if (FAILED(object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id)))
+        return false;
+    DISPPARAMS params = {args, nullptr, count, 0};
+    VariantInit(&result);
+    return SUCCEEDED(object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &params, &result, nullptr, nullptr));
+}
+
+// Saving first makes the host finish whatever it was loading and proves it
+// answers; only then is its folder trusted.
+bool SaveActiveDrawing(IDispatch* app)
+{
+    VARIANT doc;
+    if (!Invoke(app, L"ActiveDocument", DISPATCH_PROPERTYGET, nullptr, 0, doc))
+        return false;
+    bool saved = false;
+    if (doc.vt == VT_DISPATCH && doc.pdispVal != nullptr) {
+        wchar_t temp[MAX_PATH + 1] = {};
+        GetTempPathW(MAX_PATH, temp);
+        CString file;
+        file.Format(L"%sQmSaved.dwg", temp);
+        VARIANT arg;
+        arg.vt = VT_BSTR;
+        arg.bstrVal = SysAllocString(file);
+        VARIANT ignored;
+        saved = Invoke(doc.pdispVal, L"SaveAs", DISPATCH_METHOD, &arg, 1, ignored);
+        VariantClear(&ignored);
+        VariantClear(&arg);
+    }
+    VariantClear(&doc);
+    return saved;
+}
+
+bool ReadHostFolder(IDispatch* app, AutomationJob& job)
+{
+    VARIANT path;
+    if (!Invoke(app, L"Path", DISPATCH_PROPERTYGET, nullptr, 0, path))
+        return false;
+    const bool fits = path.vt == VT_BSTR && path.bstrVal != nullptr && SysStringLen(path.bstrVal) > 0 &&
+                      SysStringLen(path.bstrVal) < ARRAYSIZE(job.folder);
+    if (fits)
+        lstrcpynW(job.folder, path.bstrVal, ARRAYSIZE(job.folder));
+    VariantClear(&path);
+    return fits;
+}
+
+bool QueryHost(AutomationJob& job)
+{
+    CLSID clsid;
+    const HRESULT found = job.progId.Left(1) == L"{" ? CLSIDFromString(job.progId, &clsid)
+                                                       : CLSIDFromProgID(job.progId, &clsid);
+    if (FAILED(found))
+        return false;
+    IUnknown* unknown = nullptr;
+    if (FAILED(CoCreateInstance(clsid, nullptr, CLSCTX_SERVER, IID_IUnknown, reinterpret_cast<void**>(&unknown))))
+        return false;
+    bool ok = false;
+    IDispatch* app = nullptr;
+    if (SUCCEEDED(OleRun(unknown)) &&
+        SUCCEEDED(unknown->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&app)))) {
+        ok = SaveActiveDrawing(app) && ReadHostFolder(app, job);
+        app->Release();
+    }
+    unknown->Release();
+    return ok;
+}
+
+DWORD WINAPI AutomationWorker(void* param)
+{
+    AutomationJob& job = *static_cast<AutomationJob*>(param);
+    if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)))
+        return kWorkerFailed;
+    const bool ok = QueryHost(job);
+    CoUninitialize();
+    return ok ? 0 : kWorkerFailed;
+}
+
+// Waits for the worker while dispatching this thread's messages, so the
+// caller's windows keep painting. A WM_QUIT seen meanwhile is posted again
+// for the caller's own loop.
+void WaitPumping(HANDLE thread)
+{
+    bool quit = false;
+    WPARAM quitCode = 0;
+    while (MsgWaitForMultipleObjects(1, &thread, FALSE, INFINITE, QS_ALLINPUT) == WAIT_OBJECT_0 + 1) {
+        MSG msg;
+        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+            if (msg.message == WM_QUIT) {
+                quit = true;
+                quitCode = msg.wParam;
+                continue;
+            }
+            TranslateMessage(&msg);
+            DispatchMessageW(&msg);
+        }
+    }
+    if (quit)
+        PostQuitMessage(static_cast<int>(quitCode));
+}
+
+// Runs the lookup; true with the worker's folder in `folder`.
+bool FolderFromAutomation(const CString& version, CString& folder)
+{
+    AutomationJob job;
+    job.progId = version.Left(1) == L"{" ? version : L"AutoCAD.Application." + version;
+    HANDLE thread = CreateThread(nullptr, 0, AutomationWorker, &job, 0, nullptr);
+    if (thread == nullptr)
+        return false;
+    WaitPumping(thread);
+    DWORD code = kWorkerFailed;
+    const bool read = GetExitCodeThread(thread, &code) != FALSE;
+    CloseHandle(thread);
+    if (!read || code == kWorkerFailed)
+        return false;
+    folder = job.folder;
+    return true;
+}
+
+}  // namespace
+
+bool GetCADPath_I(CString& dir, CString& exePath)
+{
+    CString exeName = CInitSetting().GetSetting(L"ACADExePath", L"Acad.exe", L"CADCmdLine");
+    // The setting may be a full path with macros ("%ACADDIR%acad.exe"); only
+    // the name after the last separator or macro counts here.
+    const int cut = std::max(exeName.ReverseFind(L'\\'), exeName.ReverseFind(L'%'));
+    exeName = exeName.Mid(cut + 1);
+
+    CString folder = CInitSetting().GetSetting(L"CADPathNameCOM", L"", L"CADCmdLine");
+    CString exe;
+    exe.Format(L"%s\\%s", folder.GetString(), exeName.GetString());
+    if (!IsExist(exe)) {
+        const CString version = GetStartupAcadVer();
+        if (version.IsEmpty() || !FolderFromAutomation(version, folder))
+            return false;
+        CInitSetting().SetSetting(L"CADPathNameCOM", folder, L"CADCmdLine");
+        exe.Format(L"%s\\%s", folder.GetString(), exeName.GetString());
+    }
+    exePath = exe;
+    folder.TrimRight(L'\\');
+    dir = folder + L'\\';
+    return true;
+}
+
+}  // namespace QM
