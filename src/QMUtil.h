@@ -18,3 +18,4 @@
 #include "frame/Messages.h"
 #include "text/StringSplit.h"
 #include "fs/PathParts.h"
+#include "cad/CadColor.h"
