@@ -14,8 +14,12 @@
 #include "platform/Collections.h"
 #include "platform/Exceptions.h"
 #include "platform/Module.h"
+#include "platform/Geometry.h"
+#include "platform/Gdi.h"
 
 #include "frame/Messages.h"
 #include "text/StringSplit.h"
 #include "fs/PathParts.h"
 #include "cad/CadColor.h"
+#include "slide/SlideDecoder.h"
+#include "slide/SlideDeCode.h"
