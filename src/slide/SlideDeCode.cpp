@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
+#include <cstddef>
 #include <memory>
 #include <new>
 #include <vector>
@@ -357,3 +358,13 @@ CBitmap* SldBltEx(slideExStruct* in)
 }
 
 }  // namespace QM
+
+// Older applications fill these records by position; a changed offset would
+// shift every member after it without a compile error on their side.
+static_assert(offsetof(QM::slideStruct, nLeft) == 2 * sizeof(void*), "slideStruct layout");
+static_assert(offsetof(QM::slideStruct, lpszFileName) == 2 * sizeof(void*) + 16, "slideStruct layout");
+static_assert(offsetof(QM::slideStruct, nFlags) == 3 * sizeof(void*) + 20, "slideStruct layout");
+static_assert(offsetof(QM::slideExStruct, lpszFileName) == 2 * sizeof(void*) + 8, "slideExStruct layout");
+static_assert(offsetof(QM::slideExStruct, lpszCaption1) == 3 * sizeof(void*) + 32, "slideExStruct layout");
+static_assert(offsetof(QM::slideExStruct, lpszCaption2) == 4 * sizeof(void*) + 40, "slideExStruct layout");
+static_assert(offsetof(QM::slideExStruct, nFlags) == 5 * sizeof(void*) + 44, "slideExStruct layout");
