@@ -23,13 +23,9 @@ const wchar_t kAllocFailed[] = L"分配内存失败";
 // saturating instead of overflowing for absurd scales.
 int TruncToInt(double value)
 {
-    if (std::isnan(value))
-        return 0;
-    if (value >= static_cast<double>(INT_MAX))
-        return INT_MAX;
-    if (value <= static_cast<double>(INT_MIN))
-        return INT_MIN;
-    return static_cast<int>(value);
+    if (value > -2147483649.0 && value < 2147483648.0)
+        return static_cast<int>(value);
+    return std::isnan(value) ? 0 : value > 0 ? INT_MAX : INT_MIN;
 }
 
 int ClampToInt(long long value)
@@ -145,10 +141,12 @@ public:
     SlidePainter(CDC& dc, const Placement& p, int base);
     ~SlidePainter() override;
 
+    // Straight to GDI with the context's handle: this runs once per vector,
+    // and nobody needs the previous position that CDC::MoveTo returns.
     void OnVector(SlidePoint from, SlidePoint to) override
     {
-        m_dc.MoveTo(MapX(from.x), MapY(from.y));
-        m_dc.LineTo(MapX(to.x), MapY(to.y));
+        ::MoveToEx(m_hdc, MapX(from.x), MapY(from.y), nullptr);
+        ::LineTo(m_hdc, MapX(to.x), MapY(to.y));
     }
     void OnColour(int index) override;
     void OnFill(const SlidePoint* vertices, std::size_t count) override;
@@ -159,6 +157,7 @@ private:
     void DeleteSelectedPen(HGDIOBJ pen);
 
     CDC& m_dc;
+    const HDC m_hdc;
     const Placement& m_p;
     long long m_baseY;
     CPen m_initialPen;
@@ -168,7 +167,7 @@ private:
 };
 
 SlidePainter::SlidePainter(CDC& dc, const Placement& p, int base)
-    : m_dc(dc), m_p(p), m_baseY(static_cast<long long>(p.y0) + base)
+    : m_dc(dc), m_hdc(dc.m_hDC), m_p(p), m_baseY(static_cast<long long>(p.y0) + base)
 {
     if (!m_initialPen.CreatePen(PS_SOLID, 1, RGB(255, 255, 255)))
         ShowAllocFailed();
