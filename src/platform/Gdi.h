@@ -5,10 +5,9 @@
 //   CBitmap bitmap;
 //   bitmap.CreateCompatibleBitmap(screen, 64, 64);
 //   HGDIOBJ old = dc.SelectObject(bitmap.GetSafeHandle());
-//   CPen pen(PS_SOLID, 1, RGB(255, 0, 0));
-//   dc.SelectObject(pen.GetSafeHandle());
-//   dc.MoveTo(0, 0); dc.LineTo(10, 10);
-//   dc.SelectObject(old);   // destructors delete the pen, bitmap and context
+//   CBrush red(RGB(255, 0, 0));
+//   dc.FillRect(CRect(0, 0, 64, 64), &red);
+//   dc.SelectObject(old);   // destructors delete the brush, bitmap and context
 //
 // As in MFC, a drawing object deletes its handle when it is destroyed (never
 // destroy one that is still selected into a context), Detach() hands the
@@ -96,13 +95,6 @@ public:
 
     HGDIOBJ SelectObject(HGDIOBJ object) { return ::SelectObject(m_hDC, object); }
 
-    CPoint MoveTo(int x, int y)
-    {
-        POINT old{0, 0};
-        ::MoveToEx(m_hDC, x, y, &old);
-        return CPoint(old);
-    }
-    BOOL LineTo(int x, int y) { return ::LineTo(m_hDC, x, y); }
     BOOL Polyline(const POINT* points, int count) { return ::Polyline(m_hDC, points, count); }
     // A null brush paints nothing, as FillRect with a null handle does.
     void FillRect(LPCRECT rect, CBrush* brush)

@@ -15,7 +15,6 @@ public:
     CPoint() { x = y = 0; }
     CPoint(int initX, int initY) { x = initX; y = initY; }
     CPoint(POINT p) { x = p.x; y = p.y; }
-    void Offset(int dx, int dy) { x += dx; y += dy; }
     bool operator==(POINT p) const { return x == p.x && y == p.y; }
     bool operator!=(POINT p) const { return !(*this == p); }
 };
@@ -38,12 +37,8 @@ public:
 
     int Width() const { return right - left; }
     int Height() const { return bottom - top; }
-    CSize Size() const { return CSize(Width(), Height()); }
-    CPoint TopLeft() const { return CPoint(left, top); }
-    CPoint BottomRight() const { return CPoint(right, bottom); }
     bool IsRectEmpty() const { return right <= left || bottom <= top; }
     void SetRect(int l, int t, int r, int b) { left = l; top = t; right = r; bottom = b; }
-    void DeflateRect(int dx, int dy) { left += dx; top += dy; right -= dx; bottom -= dy; }
 
     operator LPRECT() { return this; }
     operator LPCRECT() const { return this; }

@@ -141,8 +141,8 @@ public:
     SlidePainter(CDC& dc, const Placement& p, int base);
     ~SlidePainter() override;
 
-    // Straight to GDI with the context's handle: this runs once per vector,
-    // and nobody needs the previous position that CDC::MoveTo returns.
+    // Straight to GDI with the context's handle and without asking for the
+    // previous position: this runs once per vector and dominates the time.
     void OnVector(SlidePoint from, SlidePoint to) override
     {
         ::MoveToEx(m_hdc, MapX(from.x), MapY(from.y), nullptr);
@@ -334,6 +334,8 @@ CBitmap* SldBltEx(slideExStruct* in)
     if (in == nullptr || in->nWidth < 1 || in->nHeight < 1)
         return nullptr;
     const slideExStruct s = WithDefaults(*in);
+    // One screen context serves for both the memory context and the bitmap,
+    // and it is released on every path.
     const HWND desktop = ::GetDesktopWindow();
     const HDC screen = ::GetWindowDC(desktop);
     std::unique_ptr<CBitmap> bitmap(new (std::nothrow) CBitmap);
