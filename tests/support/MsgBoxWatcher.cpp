@@ -58,6 +58,9 @@ BOOL CALLBACK ScanChildProc(HWND child, LPARAM param)
         RECT rect;
         GetWindowRect(child, &rect);
         scan->buttons.emplace_back(rect.left, GetDlgCtrlID(child));
+        // Enter presses the button drawn as the default one.
+        if ((GetWindowLongW(child, GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON)
+            scan->seen->defaultButton = GetDlgCtrlID(child);
     } else if (lstrcmpiW(cls, L"Static") == 0 && (GetWindowLongW(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON) {
         scan->seen->icon = IconKind(reinterpret_cast<HICON>(SendMessageW(child, STM_GETICON, 0, 0)));
     }
@@ -112,9 +115,6 @@ void MsgBoxWatcher::Run(Answer answer, HWND probe, DWORD timeoutMs)
     std::sort(scan.buttons.begin(), scan.buttons.end());
     for (const auto& button : scan.buttons)
         m_seen.buttons.push_back(button.second);
-    LRESULT def = SendMessageW(box, DM_GETDEFID, 0, 0);
-    if (HIWORD(def) == DC_HASDEFID)
-        m_seen.defaultButton = LOWORD(def);
 
     if (answer.button == 0)
         PostMessageW(box, WM_KEYDOWN, VK_RETURN, 0);

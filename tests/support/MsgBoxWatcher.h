@@ -21,7 +21,7 @@ struct MsgBoxSeen
     CString text;
     UINT icon = 0;                 // MB_ICONERROR, MB_ICONQUESTION, ... or 0
     std::vector<int> buttons;      // ids of the visible buttons, left to right
-    int defaultButton = 0;         // the dialog's default id
+    int defaultButton = 0;         // the button drawn as default (Enter presses it)
     bool probeEnabled = true;      // IsWindowEnabled(probe) while the box was up
 };
 

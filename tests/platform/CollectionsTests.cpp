@@ -1,0 +1,135 @@
+// Arrays and string maps: growth, index faults and iteration.
+#include <QMUtil.h>
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace {
+
+template <class F>
+bool ThrowsInvalidArg(F action)
+{
+    try {
+        action();
+    } catch (CException* e) {
+        bool invalidArg = dynamic_cast<CInvalidArgException*>(e) != nullptr;
+        e->Delete();
+        return invalidArg;
+    }
+    return false;
+}
+
+}  // namespace
+
+TEST(CStringArrayTest, AddInsertRemove)
+{
+    CStringArray a;
+    EXPECT_EQ(a.Add(L"b"), 0);
+    EXPECT_EQ(a.Add(CString(L"d")), 1);
+    a.InsertAt(0, L"a");
+    a.InsertAt(2, L"c");
+    a.InsertAt(6, L"g");  // past the end: grows with empty texts
+    ASSERT_EQ(a.GetSize(), 7);
+    EXPECT_EQ(a[3], CString(L"d"));
+    EXPECT_TRUE(a[4].IsEmpty());
+    a.RemoveAt(4, 2);
+    EXPECT_EQ(a.GetCount(), 5);
+    EXPECT_EQ(a.GetAt(4), CString(L"g"));
+    a.InsertAt(1, a[0], 2);  // an element of the array itself
+    EXPECT_EQ(a[2], CString(L"a"));
+}
+
+TEST(CStringArrayTest, IndexFaultsThrowInvalidArgument)
+{
+    CStringArray a;
+    a.Add(L"x");
+    EXPECT_TRUE(ThrowsInvalidArg([&] { a.GetAt(1); }));
+    EXPECT_TRUE(ThrowsInvalidArg([&] { a[-1]; }));
+    EXPECT_TRUE(ThrowsInvalidArg([&] { a.SetAt(1, L"y"); }));
+    EXPECT_TRUE(ThrowsInvalidArg([&] { a.ElementAt(5); }));
+    EXPECT_TRUE(ThrowsInvalidArg([&] { a.RemoveAt(0, 2); }));
+    EXPECT_TRUE(ThrowsInvalidArg([&] { a.InsertAt(-1, L"z"); }));
+    EXPECT_EQ(a.GetSize(), 1);
+}
+
+TEST(CStringArrayTest, AppendCopyAndSetAtGrow)
+{
+    CStringArray a, b;
+    a.Add(L"1");
+    b.Add(L"2");
+    EXPECT_EQ(a.Append(a), 1);
+    EXPECT_EQ(a.Append(b), 2);
+    EXPECT_EQ(a.GetSize(), 3);
+    b.Copy(a);
+    EXPECT_EQ(b[2], CString(L"2"));
+    b.SetAtGrow(5, L"5");
+    EXPECT_EQ(b.GetSize(), 6);
+    b.RemoveAll();
+    EXPECT_TRUE(b.IsEmpty());
+}
+
+TEST(CUIntArrayTest, HoldsUnsignedValues)
+{
+    CUIntArray a;
+    a.Add(0xFFFFFFFFu);
+    a.Add(7);
+    EXPECT_EQ(a[0], 0xFFFFFFFFu);
+    a[1] = 8;
+    EXPECT_EQ(a.GetAt(1), 8u);
+    EXPECT_TRUE(ThrowsInvalidArg([&] { a.GetAt(2); }));
+}
+
+TEST(CMapStringToStringTest, LookupSetRemove)
+{
+    CMapStringToString map;
+    CString value;
+    EXPECT_FALSE(map.Lookup(L"KEY", value));
+    map[L"KEY"] = L"v1";
+    map.SetAt(L"KEY", L"v2");
+    map.SetAt(L"key", L"lower");
+    EXPECT_EQ(map.GetCount(), 2);
+    ASSERT_TRUE(map.Lookup(L"KEY", value));
+    EXPECT_EQ(value, CString(L"v2"));
+    EXPECT_TRUE(map.RemoveKey(L"KEY"));
+    EXPECT_FALSE(map.RemoveKey(L"KEY"));
+    EXPECT_FALSE(map.Lookup(L"KEY", value));
+    EXPECT_EQ(map.GetCount(), 1);
+    map[L""] = L"empty key";
+    EXPECT_TRUE(map.Lookup(L"", value));
+}
+
+TEST(CMapStringToStringTest, IterationVisitsEveryPairOnceAcrossRehashes)
+{
+    CMapStringToString map;
+    for (int i = 0; i < 500; ++i) {
+        CString key;
+        key.Format(L"K%d", i);
+        map[key] = key + L"=";
+        if (i == 250)
+            map.InitHashTable(1021);
+    }
+    EXPECT_EQ(map.GetHashTableSize(), 1021u);
+    std::set<std::wstring> seen;
+    for (POSITION pos = map.GetStartPosition(); pos != nullptr;) {
+        CString key, value;
+        map.GetNextAssoc(pos, key, value);
+        EXPECT_EQ(value, key + L"=");
+        seen.insert(key.GetString());
+    }
+    EXPECT_EQ(seen.size(), 500u);
+    map.RemoveAll();
+    EXPECT_EQ(map.GetStartPosition(), nullptr);
+}
+
+TEST(CMapStringToPtrTest, StoresPointersTheCallerOwns)
+{
+    CMapStringToPtr map;
+    int a = 1, b = 2;
+    map[L"A"] = &a;
+    map.SetAt(L"B", &b);
+    void* found = nullptr;
+    ASSERT_TRUE(map.Lookup(L"B", found));
+    EXPECT_EQ(found, &b);
+    EXPECT_FALSE(map.Lookup(L"C", found));
+    EXPECT_EQ(found, &b);
+}
