@@ -5,7 +5,7 @@
 //   QM::SlideStats stats = QM::DecodeSlide(bytes.data(), bytes.size(), printer);
 //
 // Bytes in, events out, nothing else: no windows.h, no allocation beyond the
-// fill list, so the same code is drawn by the GDI renderer (SlideDeCode.h),
+// fill points, so the same code is drawn by the GDI renderer (SlideDeCode.h),
 // counted by qmtool and run natively under the fuzzer.
 //
 // Coordinates are the slide's own: origin bottom left, Y growing upward, no
