@@ -16,6 +16,8 @@
 #include "platform/Exceptions.h"
 #include "platform/File.h"
 #include "platform/FileFind.h"
+#include "platform/Gdi.h"
+#include "platform/Geometry.h"
 #include "platform/Module.h"
 
 // Library frame: messages, tracing, version
@@ -32,17 +34,24 @@
 #include "config/IniHelpers.h"
 #include "config/Registry.h"
 
-// Software environment
+// Software environment: folders, path macros, project folder
+#include "env/Folders.h"
+#include "env/PathMacros.h"
 #include "env/ProjectDir.h"
+
+// CAD host: discovery, command line, menus, start-up scripts, colour index
+#include "cad/CadCmdLine.h"
+#include "cad/CadColor.h"
+#include "cad/CadDiscovery.h"
+#include "cad/CadMenu.h"
+#include "cad/CadVirus.h"
+
+// Slides
+#include "slide/SlideDeCode.h"
+#include "slide/SlideDecoder.h"
 
 // File system
 #include "fs/BrowseForFolder.h"
 #include "fs/FileOps.h"
 #include "fs/Listing.h"
 #include "fs/PathParts.h"
-#include "env/Folders.h"
-#include "env/PathMacros.h"
-#include "cad/CadDiscovery.h"
-#include "cad/CadCmdLine.h"
-#include "cad/CadMenu.h"
-#include "cad/CadVirus.h"

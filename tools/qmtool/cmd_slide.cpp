@@ -1,0 +1,257 @@
+// cmd_slide.cpp - qmtool slide and colour: slide files drawn to PNG through
+// QM::SldBltEx, slide headers and record counts, the CAD colour index.
+#include "qmtool.h"
+
+#include <wincodec.h>
+
+#include <cwchar>
+#include <memory>
+#include <vector>
+
+namespace qmtool {
+namespace {
+
+// Releases a COM interface when it goes out of scope.
+template <class T>
+struct ComRef
+{
+    ~ComRef()
+    {
+        if (p != nullptr)
+            p->Release();
+    }
+    T* p = nullptr;
+};
+
+// Writes `bitmap` as a 24-bit PNG through the Windows Imaging Component.
+HRESULT SavePng(HBITMAP bitmap, const wchar_t* path)
+{
+    ComRef<IWICImagingFactory> factory;
+    ComRef<IWICBitmap> source;
+    ComRef<IWICStream> stream;
+    ComRef<IWICBitmapEncoder> encoder;
+    ComRef<IWICBitmapFrameEncode> frame;
+    HRESULT hr = CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&factory.p));
+    if (SUCCEEDED(hr))
+        hr = factory.p->CreateBitmapFromHBITMAP(bitmap, nullptr, WICBitmapIgnoreAlpha, &source.p);
+    UINT width = 0, height = 0;
+    if (SUCCEEDED(hr))
+        hr = source.p->GetSize(&width, &height);
+    if (SUCCEEDED(hr))
+        hr = factory.p->CreateStream(&stream.p);
+    if (SUCCEEDED(hr))
+        hr = stream.p->InitializeFromFilename(path, GENERIC_WRITE);
+    if (SUCCEEDED(hr))
+        hr = factory.p->CreateEncoder(GUID_ContainerFormatPng, nullptr, &encoder.p);
+    if (SUCCEEDED(hr))
+        hr = encoder.p->Initialize(stream.p, WICBitmapEncoderNoCache);
+    if (SUCCEEDED(hr))
+        hr = encoder.p->CreateNewFrame(&frame.p, nullptr);
+    if (SUCCEEDED(hr))
+        hr = frame.p->Initialize(nullptr);
+    if (SUCCEEDED(hr))
+        hr = frame.p->SetSize(width, height);
+    WICPixelFormatGUID format = GUID_WICPixelFormat24bppBGR;
+    if (SUCCEEDED(hr))
+        hr = frame.p->SetPixelFormat(&format);
+    if (SUCCEEDED(hr))
+        hr = frame.p->WriteSource(source.p, nullptr);
+    if (SUCCEEDED(hr))
+        hr = frame.p->Commit();
+    if (SUCCEEDED(hr))
+        hr = encoder.p->Commit();
+    return hr;
+}
+
+// "WxH" with both parts from 1 to 16384.
+bool ParseSize(const CString& text, int& width, int& height)
+{
+    const int x = text.Find(L'x');
+    return x > 0 && ParseInt(text.Left(x), width) && ParseInt(text.Mid(x + 1), height) && width > 0 &&
+           height > 0 && width <= 16384 && height <= 16384;
+}
+
+// "RRGGBB" in the usual web order, returned as a COLORREF.
+bool ParseRgb(const CString& text, COLORREF& colour)
+{
+    if (text.GetLength() != 6)
+        return false;
+    wchar_t* end = nullptr;
+    const unsigned long value = std::wcstoul(text, &end, 16);
+    if (end == nullptr || *end != L'\0')
+        return false;
+    colour = RGB((value >> 16) & 0xFF, (value >> 8) & 0xFF, value & 0xFF);
+    return true;
+}
+
+int Render(const Command& self, Args& args)
+{
+    QM::slideExStruct s{};
+    s.nWidth = 640;
+    s.nHeight = 480;
+    COLORREF background = RGB(0, 0, 0);
+    bool hasSize = false, hasBg = false;
+    const CString size = args.Option(L"size", &hasSize), bg = args.Option(L"bg", &hasBg);
+    const CString caption1 = args.Option(L"caption"), caption2 = args.Option(L"caption2");
+    if (args.Flag(L"frame"))
+        s.nFlags |= QM::SLD_FRAME;
+    if (args.Flag(L"stretch"))
+        s.nFlags |= QM::SLD_STRETCH;
+    if (!args.m_error.IsEmpty())
+        return Usage(self, args.m_error);
+    if (!args.UnknownFlag().IsEmpty())
+        return Usage(self, L"unknown option " + args.UnknownFlag());
+    if (args.Positional().size() != 3)
+        return Usage(self, L"render needs IN.sld and OUT.png");
+    if (hasSize && !ParseSize(size, s.nWidth, s.nHeight))
+        return Usage(self, L"--size takes WxH, each from 1 to 16384");
+    if (hasBg && !ParseRgb(bg, background))
+        return Usage(self, L"--bg takes six hexadecimal digits RRGGBB");
+    const CString& in = args.Positional()[1];
+    if (!QM::IsExist(in)) {
+        Err(L"qmtool slide: cannot read " + in + L"\n");
+        return kFailed;
+    }
+    CBrush brush(background);
+    s.pBkBrush = &brush;
+    s.lpszFileName = in;
+    s.crSlideBack = background;
+    s.nFlags |= QM::SLD_BKCOLOR;
+    if (!caption1.IsEmpty()) {
+        s.lpszCaption1 = caption1;
+        s.nFlags |= QM::SLD_CAPTION1;
+    }
+    if (!caption2.IsEmpty()) {
+        s.lpszCaption2 = caption2;
+        s.nFlags |= QM::SLD_CAPTION2;
+    }
+    std::unique_ptr<CBitmap> bitmap(QM::SldBltEx(&s));
+    const HRESULT init = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    const HRESULT hr = bitmap ? SavePng(*bitmap, args.Positional()[2]) : E_FAIL;
+    if (SUCCEEDED(init))
+        CoUninitialize();
+    if (FAILED(hr)) {
+        CString text;
+        text.Format(L"qmtool slide: cannot write %s (0x%08lX)\n", args.Positional()[2].GetString(), hr);
+        Err(text);
+        return kFailed;
+    }
+    Out(L"wrote " + args.Positional()[2] + L"\n");
+    return kOk;
+}
+
+bool ReadAll(const wchar_t* path, std::vector<unsigned char>& bytes)
+{
+    HANDLE file = CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return false;
+    LARGE_INTEGER size{};
+    bool ok = GetFileSizeEx(file, &size) && size.QuadPart < (1LL << 30);
+    DWORD got = 0;
+    if (ok) {
+        bytes.resize(static_cast<size_t>(size.QuadPart));
+        ok = bytes.empty() || (ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &got, nullptr) &&
+                               got == bytes.size());
+    }
+    CloseHandle(file);
+    return ok;
+}
+
+// Counts every event without drawing.
+class NullSink : public QM::SlideSink
+{
+public:
+    void OnVector(QM::SlidePoint, QM::SlidePoint) override {}
+    void OnColour(int) override {}
+    void OnFill(const QM::SlidePoint*, std::size_t) override {}
+};
+
+int Info(const Command& self, Args& args)
+{
+    if (!args.UnknownFlag().IsEmpty())
+        return Usage(self, L"unknown option " + args.UnknownFlag());
+    if (args.Positional().size() != 2)
+        return Usage(self, L"info needs IN.sld");
+    std::vector<unsigned char> b;
+    if (!ReadAll(args.Positional()[1], b)) {
+        Err(L"qmtool slide: cannot read " + args.Positional()[1] + L"\n");
+        return kFailed;
+    }
+    CString text;
+    text.Format(L"size          %u bytes\n", static_cast<unsigned>(b.size()));
+    QM::SlideHeader header{};
+    if (!QM::ReadSlideHeader(b.data(), b.size(), header)) {
+        Out(text + L"header        incomplete (under 31 bytes): nothing to draw\n");
+        return kOk;
+    }
+    const bool id = memcmp(b.data(), "AutoCAD Slide\r\n\x1a", 17) == 0;
+    const unsigned aspect = b[23] | (b[24] << 8) | (b[25] << 16) | (static_cast<unsigned>(b[26]) << 24);
+    text.AppendFormat(L"identification %s\ntype          0x%02X\nlevel         %u\n", id ? L"AutoCAD Slide" : L"(other)",
+                      b[17], b[18]);
+    text.AppendFormat(L"high dots     %u x %u\naspect ratio  %.4f\nhardware fill %u\nbyte order    0x%04X\n",
+                      header.highX, header.highY, aspect / 1e7, b[27] | (b[28] << 8), b[29] | (b[30] << 8));
+    NullSink sink;
+    const QM::SlideStats st = QM::DecodeSlide(b.data(), b.size(), sink);
+    text.AppendFormat(L"vectors       %u absolute, %u offset, %u common-endpoint\n", unsigned(st.absoluteVectors),
+                      unsigned(st.offsetVectors), unsigned(st.endpointVectors));
+    text.AppendFormat(L"fills         %u polygons from %u vertices and %u markers\n", unsigned(st.fills),
+                      unsigned(st.fillVertices), unsigned(st.fillMarkers));
+    text.AppendFormat(L"colours       %u changes\nskipped bytes %u\nend record    %s\n", unsigned(st.colourChanges),
+                      unsigned(st.skippedBytes), st.endRecord ? L"yes" : L"no");
+    Out(text);
+    return kOk;
+}
+
+int RunSlide(const Command& self, Args& args)
+{
+    const CString verb = args.Positional().empty() ? CString() : args.Positional()[0];
+    if (verb == L"render")
+        return Render(self, args);
+    if (verb == L"info")
+        return Info(self, args);
+    return Usage(self, L"needs render or info");
+}
+
+CString Describe(int index)
+{
+    const unsigned long c = QM::CADColorIndexToRGB(index);
+    CString text;
+    text.Format(L"index %d = 0x%06lX (R %lu G %lu B %lu)\n", index, c, c & 0xFF, (c >> 8) & 0xFF, (c >> 16) & 0xFF);
+    return text;
+}
+
+int RunColour(const Command& self, Args& args)
+{
+    if (!args.UnknownFlag().IsEmpty())
+        return Usage(self, L"unknown option " + args.UnknownFlag());
+    const std::vector<CString>& words = args.Positional();
+    int n[3] = {0, 0, 0};
+    if (words.size() == 2 && words[0] == L"index") {
+        if (!ParseInt(words[1], n[0]))
+            return Usage(self, L"N must be an integer");
+        if (QM::CADColorIndexToRGB(n[0]) == 0xFFFFFFFFul) {
+            Err(L"qmtool colour: the index runs from 0 to 255\n");
+            return kFailed;
+        }
+        Out(Describe(n[0]));
+        return kOk;
+    }
+    if (words.size() == 4 && words[0] == L"nearest") {
+        for (int i = 0; i < 3; ++i)
+            if (!ParseInt(words[i + 1], n[i]))
+                return Usage(self, L"R G B must be integers");
+        const int index = QM::GetCADColorIndexNearest(n[0], n[1], n[2]);
+        const int exact = QM::IsStandardCADColor(RGB(n[0] & 0xFF, n[1] & 0xFF, n[2] & 0xFF));
+        Out(Describe(index) + (exact == index ? L"exact match\n" : L"nearest, not exact\n"));
+        return kOk;
+    }
+    return Usage(self, L"needs index N or nearest R G B");
+}
+
+const Command slide{L"slide", L"slide render IN.sld OUT.png [--size WxH] [--frame] [--caption TEXT] [--caption2 TEXT] [--stretch] [--bg RRGGBB] | slide info IN.sld",
+                    L"draw a slide to PNG (640x480 on black unless told), or show its header and record counts", RunSlide};
+const Command colour{L"colour", L"colour index N | colour nearest R G B",
+                     L"a CAD colour index as RGB, or the nearest index of an RGB colour", RunColour};
+
+}  // namespace
+}  // namespace qmtool
