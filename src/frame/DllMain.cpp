@@ -41,17 +41,26 @@ void BindConfiguredSettings()
         QM::CADMenuSetting().SetFilePath(work + init.GetSetting(L"SaveFileName", L"ACADMenu.INI", L"CADMenu"));
 }
 
-// Reading every switch now fixes it for the process. The CAD dialog switch
-// takes the EXE dialog switch's value at every load, as the suite expects.
+// Every switch is read first, which fixes it for the process, and then
+// stored again. The CAD dialog switch takes the EXE dialog switch's value at
+// every load, as the suite expects.
 void FixDebugSwitches()
 {
-    SetDSCommandLineToEXE(GetDSCommandLineToEXE());
-    SetDSCommandLineToCAD(GetDSCommandLineToCAD());
-    SetDSDialogToEXE(GetDSDialogToEXE());
-    SetDSDialogToCAD(GetDSDialogToEXE());
-    SetDSMacroToEXE(GetDSMacroToEXE());
-    SetDSMacroToCAD(GetDSMacroToCAD());
-    SetDSFormatLspList(GetDSFormatLspList());
+    const bool commandLineToExe = GetDSCommandLineToEXE();
+    const bool commandLineToCad = GetDSCommandLineToCAD();
+    const bool dialogToExe = GetDSDialogToEXE();
+    GetDSDialogToCAD();
+    const bool macroToExe = GetDSMacroToEXE();
+    const bool macroToCad = GetDSMacroToCAD();
+    const bool formatLspList = GetDSFormatLspList();
+
+    SetDSCommandLineToEXE(commandLineToExe);
+    SetDSCommandLineToCAD(commandLineToCad);
+    SetDSDialogToEXE(dialogToExe);
+    SetDSDialogToCAD(dialogToExe);
+    SetDSMacroToEXE(macroToExe);
+    SetDSMacroToCAD(macroToCad);
+    SetDSFormatLspList(formatLspList);
 }
 
 }  // namespace

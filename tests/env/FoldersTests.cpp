@@ -121,16 +121,17 @@ TEST_F(Folders, SharedCadFolderHasNoTrailingBackslash)
     EXPECT_EQ(expected + L"\\Tarvel Shared\\CAD", dir);
 }
 
-// Children: each starts with no folder cached and its own registry text.
+// Children: each starts with no folder cached, its own start-up file beside
+// its library, and its own registry text.
+const char kChildIni[] = "[System]\r\nCompanyName=1\r\nSoftName=QMChild\r\nVersion=1\r\n"
+                         "[Software]\r\nInstallDir=Install\r\nLocalDir=Local\r\nLocalDirName=Data\r\n";
+
 class FolderChild : public ::testing::Test
 {
 protected:
     void SetUp() override
     {
         QMTEST_CHILD_ONLY();
-        m_dir.WriteFile(L"INIT.ini", "[System]\r\nCompanyName=1\r\nSoftName=QMChild\r\nVersion=1\r\n"
-                                     "[Software]\r\nInstallDir=Install\r\nLocalDir=Local\r\nLocalDirName=Data\r\n");
-        QM::CInitSetting().SetFilePath(m_dir.Path() + L"INIT.ini");
         m_guard = std::make_unique<qmtest::RegGuard>(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Tarvel\\QMChild");
     }
     void Set(const wchar_t* name, const CString& value)
@@ -174,12 +175,12 @@ TEST_F(FolderChild, FailuresAreRetriedAndSuccessIsKept)
 
 TEST(FoldersInFreshProcess, BlanksAndBackslashesAreNoFolder)
 {
-    EXPECT_EQ(0, qmtest::RunInChild("FolderChild.BlanksAndBackslashesAreNoFolder"));
+    EXPECT_EQ(0, qmtest::RunInChild("FolderChild.BlanksAndBackslashesAreNoFolder", kChildIni));
 }
 
 TEST(FoldersInFreshProcess, FailuresAreRetriedAndSuccessIsKept)
 {
-    EXPECT_EQ(0, qmtest::RunInChild("FolderChild.FailuresAreRetriedAndSuccessIsKept"));
+    EXPECT_EQ(0, qmtest::RunInChild("FolderChild.FailuresAreRetriedAndSuccessIsKept", kChildIni));
 }
 
 class PathVariable : public SoftwareKey

@@ -94,14 +94,14 @@ void CadInstallation::WriteRegistry()
     SetRegDword(cu, profile + L"\\Menus", L"Count", 3);
 }
 
+// The suite's start-up file is the one beside the library, as installed: the
+// library read it at load, before any test ran, and cached what it keeps for
+// the process. The tests work on a copy so overrides never touch the build.
 void CadInstallation::WriteIni()
 {
-    m_dir.WriteFile(L"INIT.ini",
-                    "[System]\r\nCompanyName=\xcb\xfe\xce\xac\r\nSoftName=QMTestSuite\r\nVersion=9.1\r\n"
-                    "[Software]\r\nInstallDir=InstallDir\r\nLocalDir=LocalDir,hkcu\r\nWorkDir=WorkDir,HKCU\r\n"
-                    "LocalDirName=\\Data\\\r\n"
-                    "[CADCmdLine]\r\nACADVer=16.1\r\nACADExePath=%ACADDIR%acad.exe\r\n"
-                    "[CADMenu]\r\nEnableSaveCADMenu=1\r\nEnableRestoreCADMenu=1\r\nOurMenuFlag=qmsuite,TVMENU\r\n");
+    wchar_t exe[MAX_PATH] = L"";
+    GetModuleFileNameW(nullptr, exe, MAX_PATH);
+    CopyFileW(QM::GetFilePath(exe) + L"INIT.ini", IniPath(), FALSE);
 }
 
 CadInstallation& Cad()

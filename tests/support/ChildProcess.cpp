@@ -1,5 +1,6 @@
 // ChildProcess.cpp - a test of this executable in a fresh process.
 #include "support/ChildProcess.h"
+#include "support/TempDir.h"
 
 namespace qmtest {
 
@@ -31,13 +32,30 @@ void ChildReached()
         CloseHandle(file);
 }
 
-int RunInChild(const char* test)
+// A copy of this executable and its library beside the given start-up file.
+CString CopyBeside(const TempDir& dir, const char* startupIni)
+{
+    wchar_t exe[MAX_PATH] = {};
+    GetModuleFileNameW(nullptr, exe, MAX_PATH);
+    wchar_t library[MAX_PATH] = {};
+    GetModuleFileNameW(GetModuleHandleW(L"QMUtil.dll"), library, MAX_PATH);
+    const CString copy = dir.Path() + QM::GetFileName(exe);
+    CopyFileW(exe, copy, FALSE);
+    CopyFileW(library, dir.Path() + L"QMUtil.dll", FALSE);
+    dir.WriteFile(L"INIT.ini", startupIni);
+    return copy;
+}
+
+int RunInChild(const char* test, const char* startupIni)
 {
     const CString marker = MarkerPath();
     DeleteFileW(marker);
     SetEnvironmentVariableW(L"QMTEST_CHILD_MARKER", marker);
+    TempDir folder;
     wchar_t exe[MAX_PATH] = {};
     GetModuleFileNameW(nullptr, exe, MAX_PATH);
+    if (startupIni != nullptr)
+        lstrcpynW(exe, CopyBeside(folder, startupIni), MAX_PATH);
     CString command;
     command.Format(L"\"%s\" --gtest_filter=%s", exe, CString(test).GetString());
     SetEnvironmentVariableW(L"QMTEST_CHILD", L"1");

@@ -18,7 +18,12 @@ bool IsChildProcess();
 // (0 when every selected test passed), -1 when it could not start, and -2
 // when it passed without reaching ChildReached() (a filter that selected
 // nothing, or a test that skipped).
-int RunInChild(const char* test);
+//
+// The library reads its start-up file when it loads and keeps some answers
+// from then on. With `startupIni`, the child runs from a copy of this
+// executable and of QMUtil.dll in a temporary folder, beside an INIT.ini
+// holding those bytes, so its library starts from them.
+int RunInChild(const char* test, const char* startupIni = nullptr);
 // Called by a child test at its end, so the parent knows it really ran.
 void ChildReached();
 
