@@ -25,19 +25,19 @@ int ClampIndex(int index, int length) { return std::min(std::max(index, 0), leng
 CString::CString(const wchar_t* text)
 {
     if (text != nullptr)
-        m_str = text;
+        Adopt(std::wstring(text));
 }
 
 CString::CString(const wchar_t* text, int length)
 {
     if (text != nullptr && length > 0)
-        m_str.assign(text, static_cast<size_t>(length));
+        Adopt(std::wstring(text, static_cast<size_t>(length)));
 }
 
 CString::CString(wchar_t ch, int repeat)
 {
     if (repeat > 0)
-        m_str.assign(static_cast<size_t>(repeat), ch);
+        Adopt(std::wstring(static_cast<size_t>(repeat), ch));
 }
 
 CString::CString(const char* ansi)
@@ -47,50 +47,66 @@ CString::CString(const char* ansi)
     int needed = MultiByteToWideChar(CP_THREAD_ACP, 0, ansi, -1, nullptr, 0);
     if (needed <= 1)
         return;
-    m_str.resize(static_cast<size_t>(needed));
-    MultiByteToWideChar(CP_THREAD_ACP, 0, ansi, -1, &m_str[0], needed);
-    m_str.resize(static_cast<size_t>(needed - 1));
+    std::wstring text(static_cast<size_t>(needed), L'\0');
+    MultiByteToWideChar(CP_THREAD_ACP, 0, ansi, -1, &text[0], needed);
+    text.resize(static_cast<size_t>(needed - 1));
+    Adopt(std::move(text));
 }
 
 CString& CString::operator=(const wchar_t* text)
 {
-    if (text == nullptr)
-        m_str.clear();
-    else
-        m_str = text;  // safe even when `text` points into this string
+    // A new text, built before the old one is let go: `text` may point into it.
+    Adopt(text != nullptr ? std::wstring(text) : std::wstring());
     return *this;
 }
 
 CString& CString::operator=(wchar_t ch)
 {
-    m_str.assign(1, ch);
+    Adopt(std::wstring(1, ch));
     return *this;
+}
+
+void CString::Adopt(std::wstring&& text)
+{
+    if (text.empty())
+        m_rep.reset();
+    else
+        m_rep = std::make_shared<std::wstring>(std::move(text));
+}
+
+std::wstring& CString::Mut()
+{
+    if (!m_rep)
+        m_rep = std::make_shared<std::wstring>();
+    else if (m_rep.use_count() > 1)
+        m_rep = std::make_shared<std::wstring>(*m_rep);
+    return *m_rep;
 }
 
 wchar_t CString::GetAt(int index) const
 {
     if (index < 0 || index > GetLength())
         AfxThrowInvalidArgException();
-    return m_str.c_str()[index];
+    return Str().c_str()[index];
 }
 
 void CString::SetAt(int index, wchar_t ch)
 {
     if (index < 0 || index >= GetLength())
         AfxThrowInvalidArgException();
-    m_str[static_cast<size_t>(index)] = ch;
+    Mut()[static_cast<size_t>(index)] = ch;
 }
 
 CString CString::Left(int count) const
 {
     count = std::max(count, 0);
-    return count >= GetLength() ? *this : CString(m_str.c_str(), count);
+    return count >= GetLength() ? *this : CString(Str().c_str(), count);
 }
 
 CString CString::Right(int count) const
 {
     count = std::max(count, 0);
-    return count >= GetLength() ? *this : CString(m_str.c_str() + GetLength() - count, count);
+    return count >= GetLength() ? *this : CString(Str().c_str() + GetLength() - count, count);
 }
 
 CString CString::Mid(int first) const
@@ -105,13 +121,13 @@ CString CString::Mid(int first, int count) const
     if (first > GetLength())
         return CString();
     count = std::min(count, GetLength() - first);
-    return CString(m_str.c_str() + first, count);
+    return CString(Str().c_str() + first, count);
 }
 
 CString CString::SpanIncluding(const wchar_t* set) const
 {
     int n = 0;
-    while (n < GetLength() && InSet(set, m_str[n]))
+    while (n < GetLength() && InSet(set, Str()[n]))
         ++n;
     return Left(n);
 }
@@ -119,7 +135,7 @@ CString CString::SpanIncluding(const wchar_t* set) const
 CString CString::SpanExcluding(const wchar_t* set) const
 {
     int n = 0;
-    while (n < GetLength() && !InSet(set, m_str[n]))
+    while (n < GetLength() && !InSet(set, Str()[n]))
         ++n;
     return Left(n);
 }
@@ -128,7 +144,7 @@ int CString::Find(wchar_t ch, int start) const
 {
     if (start < 0 || start >= GetLength())
         return -1;
-    size_t pos = m_str.find(ch, static_cast<size_t>(start));
+    size_t pos = Str().find(ch, static_cast<size_t>(start));
     return pos == std::wstring::npos ? -1 : static_cast<int>(pos);
 }
 
@@ -136,30 +152,30 @@ int CString::Find(const wchar_t* sub, int start) const
 {
     if (sub == nullptr || start < 0 || start > GetLength())
         return -1;
-    size_t pos = m_str.find(sub, static_cast<size_t>(start));
+    size_t pos = Str().find(sub, static_cast<size_t>(start));
     return pos == std::wstring::npos ? -1 : static_cast<int>(pos);
 }
 
 int CString::FindOneOf(const wchar_t* set) const
 {
     for (int i = 0; i < GetLength(); ++i)
-        if (InSet(set, m_str[i]))
+        if (InSet(set, Str()[i]))
             return i;
     return -1;
 }
 
 int CString::ReverseFind(wchar_t ch) const
 {
-    size_t pos = m_str.rfind(ch);
+    size_t pos = Str().rfind(ch);
     return pos == std::wstring::npos ? -1 : static_cast<int>(pos);
 }
 
 int CString::Replace(wchar_t oldCh, wchar_t newCh)
 {
     int count = 0;
-    if (oldCh == newCh)
+    if (oldCh == newCh || Str().find(oldCh) == std::wstring::npos)
         return 0;
-    for (wchar_t& ch : m_str)
+    for (wchar_t& ch : Mut())
         if (ch == oldCh) {
             ch = newCh;
             ++count;
@@ -169,6 +185,7 @@ int CString::Replace(wchar_t oldCh, wchar_t newCh)
 
 int CString::Replace(const wchar_t* oldText, const wchar_t* newText)
 {
+    std::wstring& str = Mut();
     if (oldText == nullptr || *oldText == L'\0')
         return 0;
     const std::wstring from(oldText);
@@ -176,34 +193,35 @@ int CString::Replace(const wchar_t* oldText, const wchar_t* newText)
     std::wstring result;
     int count = 0;
     size_t pos = 0;
-    for (size_t hit; (hit = m_str.find(from, pos)) != std::wstring::npos; pos = hit + from.size()) {
-        result.append(m_str, pos, hit - pos).append(to);
+    for (size_t hit; (hit = str.find(from, pos)) != std::wstring::npos; pos = hit + from.size()) {
+        result.append(str, pos, hit - pos).append(to);
         ++count;
     }
     if (count > 0) {
-        result.append(m_str, pos, std::wstring::npos);
-        m_str.swap(result);
+        result.append(str, pos, std::wstring::npos);
+        str.swap(result);
     }
     return count;
 }
 
 int CString::Remove(wchar_t ch)
 {
-    size_t before = m_str.size();
-    m_str.erase(std::remove(m_str.begin(), m_str.end(), ch), m_str.end());
-    return static_cast<int>(before - m_str.size());
+    std::wstring& str = Mut();
+    size_t before = str.size();
+    str.erase(std::remove(str.begin(), str.end(), ch), str.end());
+    return static_cast<int>(before - str.size());
 }
 
 int CString::Insert(int index, wchar_t ch)
 {
-    m_str.insert(static_cast<size_t>(ClampIndex(index, GetLength())), 1, ch);
+    Mut().insert(static_cast<size_t>(ClampIndex(index, GetLength())), 1, ch);
     return GetLength();
 }
 
 int CString::Insert(int index, const wchar_t* text)
 {
     if (text != nullptr)
-        m_str.insert(static_cast<size_t>(ClampIndex(index, GetLength())), std::wstring(text));
+        Mut().insert(static_cast<size_t>(ClampIndex(index, GetLength())), std::wstring(text));
     return GetLength();
 }
 
@@ -211,7 +229,7 @@ int CString::Delete(int index, int count)
 {
     index = ClampIndex(index, GetLength());
     if (count > 0)
-        m_str.erase(static_cast<size_t>(index), static_cast<size_t>(count));
+        Mut().erase(static_cast<size_t>(index), static_cast<size_t>(count));
     return GetLength();
 }
 
@@ -219,12 +237,15 @@ CString& CString::Trim() { return TrimRight().TrimLeft(); }
 CString& CString::Trim(wchar_t ch) { return TrimRight(ch).TrimLeft(ch); }
 CString& CString::Trim(const wchar_t* set) { return TrimRight(set).TrimLeft(set); }
 
+// The trims look before they change anything, so a text shared with other
+// copies is only copied when there is something to strip.
 CString& CString::TrimLeft()
 {
     size_t n = 0;
-    while (n < m_str.size() && std::iswspace(m_str[n]))
+    while (n < Str().size() && std::iswspace(Str()[n]))
         ++n;
-    m_str.erase(0, n);
+    if (n > 0)
+        Mut().erase(0, n);
     return *this;
 }
 
@@ -237,18 +258,20 @@ CString& CString::TrimLeft(wchar_t ch)
 CString& CString::TrimLeft(const wchar_t* set)
 {
     size_t n = 0;
-    while (n < m_str.size() && InSet(set, m_str[n]))
+    while (n < Str().size() && InSet(set, Str()[n]))
         ++n;
-    m_str.erase(0, n);
+    if (n > 0)
+        Mut().erase(0, n);
     return *this;
 }
 
 CString& CString::TrimRight()
 {
-    size_t n = m_str.size();
-    while (n > 0 && std::iswspace(m_str[n - 1]))
+    size_t n = Str().size();
+    while (n > 0 && std::iswspace(Str()[n - 1]))
         --n;
-    m_str.resize(n);
+    if (n < Str().size())
+        Mut().resize(n);
     return *this;
 }
 
@@ -260,39 +283,43 @@ CString& CString::TrimRight(wchar_t ch)
 
 CString& CString::TrimRight(const wchar_t* set)
 {
-    size_t n = m_str.size();
-    while (n > 0 && InSet(set, m_str[n - 1]))
+    size_t n = Str().size();
+    while (n > 0 && InSet(set, Str()[n - 1]))
         --n;
-    m_str.resize(n);
+    if (n < Str().size())
+        Mut().resize(n);
     return *this;
 }
 
 CString& CString::MakeUpper()
 {
-    std::transform(m_str.begin(), m_str.end(), m_str.begin(), AsciiUpper);
+    std::wstring& str = Mut();
+    std::transform(str.begin(), str.end(), str.begin(), AsciiUpper);
     return *this;
 }
 
 CString& CString::MakeLower()
 {
-    std::transform(m_str.begin(), m_str.end(), m_str.begin(), AsciiLower);
+    std::wstring& str = Mut();
+    std::transform(str.begin(), str.end(), str.begin(), AsciiLower);
     return *this;
 }
 
 CString& CString::MakeReverse()
 {
-    std::reverse(m_str.begin(), m_str.end());
+    std::wstring& str = Mut();
+    std::reverse(str.begin(), str.end());
     return *this;
 }
 
 int CString::Compare(const wchar_t* other) const
 {
-    return std::wcscmp(m_str.c_str(), other != nullptr ? other : L"");
+    return std::wcscmp(Str().c_str(), other != nullptr ? other : L"");
 }
 
 int CString::CompareNoCase(const wchar_t* other) const
 {
-    const wchar_t* a = m_str.c_str();
+    const wchar_t* a = Str().c_str();
     const wchar_t* b = other != nullptr ? other : L"";
     for (;; ++a, ++b) {
         wchar_t ca = AsciiLower(*a), cb = AsciiLower(*b);
@@ -306,7 +333,7 @@ int CString::CompareNoCase(const wchar_t* other) const
 void CString::FormatV(const wchar_t* format, va_list args)
 {
     if (format == nullptr) {
-        m_str.clear();
+        m_rep.reset();
         return;
     }
     va_list counting;
@@ -318,7 +345,7 @@ void CString::FormatV(const wchar_t* format, va_list args)
     std::wstring text(static_cast<size_t>(length) + 1, L'\0');
     _vsnwprintf(&text[0], text.size(), format, args);
     text.resize(static_cast<size_t>(length));
-    m_str.swap(text);
+    Adopt(std::move(text));
 }
 
 void CString::Format(const wchar_t* format, ...)
@@ -336,36 +363,39 @@ void CString::AppendFormat(const wchar_t* format, ...)
     va_start(args, format);
     tail.FormatV(format, args);
     va_end(args);
-    m_str += tail.m_str;
+    *this += tail;
 }
 
 wchar_t* CString::GetBuffer()
 {
-    return &m_str[0];
+    return &Mut()[0];
 }
 
 wchar_t* CString::GetBuffer(int minLength)
 {
+    std::wstring& str = Mut();
     if (minLength < 0)
         AfxThrowInvalidArgException();
-    if (static_cast<size_t>(minLength) > m_str.size())
-        m_str.resize(static_cast<size_t>(minLength));
-    return &m_str[0];
+    if (static_cast<size_t>(minLength) > str.size())
+        str.resize(static_cast<size_t>(minLength));
+    return &str[0];
 }
 
 wchar_t* CString::GetBufferSetLength(int length)
 {
+    std::wstring& str = Mut();
     if (length < 0)
         AfxThrowInvalidArgException();
-    m_str.resize(static_cast<size_t>(length));
-    return &m_str[0];
+    str.resize(static_cast<size_t>(length));
+    return &str[0];
 }
 
 void CString::ReleaseBuffer(int newLength)
 {
+    std::wstring& str = Mut();
     if (newLength < 0)
-        newLength = static_cast<int>(std::wcslen(m_str.c_str()));
-    m_str.resize(std::min(static_cast<size_t>(newLength), m_str.size()));
+        newLength = static_cast<int>(std::wcslen(str.c_str()));
+    str.resize(std::min(static_cast<size_t>(newLength), str.size()));
 }
 
 BOOL CString::LoadString(UINT id)
@@ -376,26 +406,26 @@ BOOL CString::LoadString(UINT id)
     int length = ::LoadStringW(AfxFindStringResourceHandle(id), id, reinterpret_cast<LPWSTR>(&resource), 0);
     if (length <= 0 || resource == nullptr)
         return FALSE;
-    m_str.assign(resource, static_cast<size_t>(length));
+    Mut().assign(resource, static_cast<size_t>(length));
     return TRUE;
 }
 
 CString& CString::operator+=(const CString& text)
 {
-    m_str += text.m_str;
+    Mut() += text.Str();
     return *this;
 }
 
 CString& CString::operator+=(const wchar_t* text)
 {
     if (text != nullptr)
-        m_str += text;
+        Mut() += text;
     return *this;
 }
 
 CString& CString::operator+=(wchar_t ch)
 {
-    m_str += ch;
+    Mut() += ch;
     return *this;
 }
 

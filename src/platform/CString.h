@@ -4,13 +4,16 @@
 //   path += L"INIT.ini";
 //   CString name = path.Mid(path.ReverseFind(L'\\') + 1);   // "INIT.ini"
 //
-// Value semantics, MFC's behaviour at the edges: Left/Right/Mid clamp their
+// Value semantics over a shared, reference-counted buffer that is copied
+// before the first change (copies are cheap: settings look-ups return them
+// by the million). MFC's behaviour at the edges: Left/Right/Mid clamp their
 // arguments, Trim with a set strips every character of the set, MakeUpper and
 // MakeLower touch ASCII letters only, Format follows the Microsoft wide printf
 // rules (%s takes a const wchar_t*). Index faults throw CInvalidArgException*.
 #pragma once
 #include "QMExport.h"
 #include <cstdarg>
+#include <memory>
 #include <string>
 
 class QM_API CString
@@ -31,12 +34,12 @@ public:
     CString& operator=(const wchar_t* text);
     CString& operator=(wchar_t ch);
 
-    operator const wchar_t*() const { return m_str.c_str(); }
-    const wchar_t* GetString() const { return m_str.c_str(); }
+    operator const wchar_t*() const { return Str().c_str(); }
+    const wchar_t* GetString() const { return Str().c_str(); }
 
-    int GetLength() const { return static_cast<int>(m_str.size()); }
-    bool IsEmpty() const { return m_str.empty(); }
-    void Empty() { m_str.clear(); }
+    int GetLength() const { return static_cast<int>(Str().size()); }
+    bool IsEmpty() const { return Str().empty(); }
+    void Empty() { m_rep.reset(); }
 
     // GetAt accepts 0..GetLength() (the terminating NUL); SetAt 0..GetLength()-1.
     wchar_t GetAt(int index) const;
@@ -108,7 +111,18 @@ public:
     friend QM_API CString operator+(wchar_t a, const CString& b);
 
 private:
-    std::wstring m_str;
+    const std::wstring& Str() const { return m_rep ? *m_rep : EmptyText(); }
+    static const std::wstring& EmptyText()
+    {
+        static const std::wstring empty;
+        return empty;
+    }
+    // The text, made this object's own before it is changed.
+    std::wstring& Mut();
+    // Takes `text` as the new value; an empty text holds no buffer.
+    void Adopt(std::wstring&& text);
+
+    std::shared_ptr<std::wstring> m_rep;
 };
 
 inline bool operator==(const CString& a, const CString& b) { return a.Compare(b) == 0; }
