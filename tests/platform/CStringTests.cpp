@@ -2,23 +2,9 @@
 #include <QMUtil.h>
 #include <gtest/gtest.h>
 
-namespace {
+#include "support/Throws.h"
 
-// Runs `action` and reports whether it threw CInvalidArgException*.
-template <class F>
-bool ThrowsInvalidArg(F action)
-{
-    try {
-        action();
-    } catch (CException* e) {
-        bool invalidArg = dynamic_cast<CInvalidArgException*>(e) != nullptr;
-        e->Delete();
-        return invalidArg;
-    }
-    return false;
-}
-
-}  // namespace
+using qmtest::ThrowsInvalidArg;
 
 TEST(CStringSubstrings, ClampTheirArguments)
 {

@@ -2,24 +2,11 @@
 #include <QMUtil.h>
 #include <gtest/gtest.h>
 
+#include "support/Throws.h"
+
 #include <set>
 
-namespace {
-
-template <class F>
-bool ThrowsInvalidArg(F action)
-{
-    try {
-        action();
-    } catch (CException* e) {
-        bool invalidArg = dynamic_cast<CInvalidArgException*>(e) != nullptr;
-        e->Delete();
-        return invalidArg;
-    }
-    return false;
-}
-
-}  // namespace
+using qmtest::ThrowsInvalidArg;
 
 TEST(CStringArrayTest, AddInsertRemove)
 {

@@ -2,6 +2,8 @@
 #include <QMUtil.h>
 #include <gtest/gtest.h>
 
+#include "support/Throws.h"
+
 #include <algorithm>
 #include <cstring>
 #include <vector>
@@ -97,14 +99,7 @@ TEST(SeparateStringIndex, PicksOneFieldOrNothing)
 
 TEST(SeparateStringIndex, NegativeIndexOnFieldsThrowsInvalidArgument)
 {
-    bool thrown = false;
-    try {
-        QM::SeparateString(L"a,b", L',', -1, false);
-    } catch (CException* e) {
-        thrown = dynamic_cast<CInvalidArgException*>(e) != nullptr;
-        e->Delete();
-    }
-    EXPECT_TRUE(thrown);
+    EXPECT_TRUE(qmtest::ThrowsInvalidArg([] { QM::SeparateString(L"a,b", L',', -1, false); }));
 }
 
 TEST(DisCommaString, ClearsDropsEmptyFieldsAndKeepsBlanks)

@@ -6,17 +6,6 @@
 namespace qmtool {
 namespace {
 
-bool NoArguments(const Command& self, Args& args, int& code)
-{
-    if (!args.UnknownFlag().IsEmpty())
-        code = Usage(self, L"unknown option " + args.UnknownFlag());
-    else if (!args.Positional().empty())
-        code = Usage(self, L"takes no arguments");
-    else
-        return true;
-    return false;
-}
-
 CString Line(const wchar_t* label, bool found, const CString& value, const CString& from)
 {
     CString line;
@@ -31,9 +20,8 @@ CString Source(const wchar_t* setting)
 
 int RunEnv(const Command& self, Args& args)
 {
-    int code = kOk;
-    if (!NoArguments(self, args, code))
-        return code;
+    if (int bad = args.Reject(self, 0, 0, L"takes no arguments"))
+        return bad;
     CString dir, text;
     text += Line(L"registry key", true, QM::GetSoftRegItem(), L"");
     bool found = QM::GetInstallDir(dir);
@@ -50,9 +38,8 @@ int RunEnv(const Command& self, Args& args)
 
 int RunCad(const Command& self, Args& args)
 {
-    int code = kOk;
-    if (!NoArguments(self, args, code))
-        return code;
+    if (int bad = args.Reject(self, 0, 0, L"takes no arguments"))
+        return bad;
     CString text, key, dir, profileKey, profileName, exe, cmdLine;
     text += Line(L"release", true, QM::GetStartupAcadVer(), L"  [CADCmdLine] ACADVer");
     bool found = QM::GetCADRegPos(key);
@@ -70,10 +57,8 @@ int RunCad(const Command& self, Args& args)
 
 int RunExpand(const Command& self, Args& args)
 {
-    if (!args.UnknownFlag().IsEmpty())
-        return Usage(self, L"unknown option " + args.UnknownFlag());
-    if (args.Positional().size() != 1)
-        return Usage(self, L"needs exactly one TEXT");
+    if (int bad = args.Reject(self, 1, 1, L"needs exactly one TEXT"))
+        return bad;
     Out(QM::FixSystemDir(args.Positional()[0]) + L"\n");
     return kOk;
 }
@@ -81,9 +66,8 @@ int RunExpand(const Command& self, Args& args)
 int RunScripts(const Command& self, Args& args)
 {
     const bool remove = args.Flag(L"delete");
-    int code = kOk;
-    if (!NoArguments(self, args, code))
-        return code;
+    if (int bad = args.Reject(self, 0, 0, L"takes no arguments"))
+        return bad;
     CStringArray candidates;
     QM::GetCadVirusCandidates(candidates);
     CString text;

@@ -101,10 +101,8 @@ int RunIni(const Command& self, Args& args)
 {
     bool hasDefault = false;
     const CString fallback = args.Option(L"default", &hasDefault);
-    if (!args.m_error.IsEmpty())
-        return Usage(self, args.m_error);
-    if (!args.UnknownFlag().IsEmpty())
-        return Usage(self, L"unknown option " + args.UnknownFlag());
+    if (int bad = args.Reject(self))
+        return bad;
     const std::vector<CString>& words = args.Positional();
     if (words.empty())
         return Usage(self, L"needs get, set or dump");
@@ -139,8 +137,8 @@ bool ParseRoot(CString name, HKEY& root)
 
 int RunReg(const Command& self, Args& args)
 {
-    if (!args.UnknownFlag().IsEmpty())
-        return Usage(self, L"unknown option " + args.UnknownFlag());
+    if (int bad = args.Reject(self))
+        return bad;
     const std::vector<CString>& words = args.Positional();
     if (words.empty() || (words[0] != L"get" && words[0] != L"set"))
         return Usage(self, L"needs get or set");
@@ -170,10 +168,8 @@ int RunReg(const Command& self, Args& args)
 
 int RunNum(const Command& self, Args& args)
 {
-    if (!args.UnknownFlag().IsEmpty())
-        return Usage(self, L"unknown option " + args.UnknownFlag());
-    if (args.Positional().size() != 1)
-        return Usage(self, L"needs exactly one TEXT");
+    if (int bad = args.Reject(self, 1, 1, L"needs exactly one TEXT"))
+        return bad;
     const CString& text = args.Positional()[0];
     const struct { const wchar_t* name; bool (*test)(CString); } tests[] = {
         {L"IsNum", QM::IsNum}, {L"IsZero", QM::IsZero}, {L"IsPlusNum", QM::IsPlusNum},

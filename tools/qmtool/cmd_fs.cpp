@@ -9,10 +9,8 @@ const wchar_t* YesNo(bool value) { return value ? L"yes" : L"no"; }
 
 int RunPath(const Command& self, Args& args)
 {
-    if (!args.UnknownFlag().IsEmpty())
-        return Usage(self, L"unknown option " + args.UnknownFlag());
-    if (args.Positional().size() != 1)
-        return Usage(self, L"needs exactly one PATH");
+    if (int bad = args.Reject(self, 1, 1, L"needs exactly one PATH"))
+        return bad;
     const CString& path = args.Positional()[0];
     const CString folder = QM::GetFilePath(path);
     CString text;
@@ -28,8 +26,8 @@ int RunLs(const Command& self, Args& args)
 {
     const bool dirs = args.Flag(L"dirs");
     const bool keepExt = args.Flag(L"keep-ext");
-    if (!args.UnknownFlag().IsEmpty())
-        return Usage(self, L"unknown option " + args.UnknownFlag());
+    if (int bad = args.Reject(self))
+        return bad;
     const std::vector<CString>& words = args.Positional();
     if (words.empty() || words.size() > 3)
         return Usage(self, L"needs FOLDER, optionally NAME and EXT");
@@ -50,10 +48,8 @@ int RunCopy(const Command& self, Args& args)
 {
     const bool overwrite = args.Flag(L"overwrite");
     const bool recursive = args.Flag(L"recursive");
-    if (!args.UnknownFlag().IsEmpty())
-        return Usage(self, L"unknown option " + args.UnknownFlag());
-    if (args.Positional().size() != 2)
-        return Usage(self, L"needs FROM and TO");
+    if (int bad = args.Reject(self, 2, 2, L"needs FROM and TO"))
+        return bad;
     const bool ok = QM::CopyFiles(
         QM::CopyFilesStruct{args.Positional()[0], nullptr, args.Positional()[1], nullptr, overwrite, recursive});
     Out(ok ? L"copied\n" : L"copy failed\n");
@@ -63,10 +59,8 @@ int RunCopy(const Command& self, Args& args)
 int RunRm(const Command& self, Args& args)
 {
     const bool tree = args.Flag(L"tree");
-    if (!args.UnknownFlag().IsEmpty())
-        return Usage(self, L"unknown option " + args.UnknownFlag());
-    if (args.Positional().size() != 1)
-        return Usage(self, L"needs exactly one PATH");
+    if (int bad = args.Reject(self, 1, 1, L"needs exactly one PATH"))
+        return bad;
     const CString& path = args.Positional()[0];
     const bool ok = tree ? QM::DelTree(path) : QM::DeleteFiles(path, false);
     Out(ok ? L"deleted\n" : L"delete failed\n");

@@ -97,12 +97,8 @@ int Render(const Command& self, Args& args)
         s.nFlags |= QM::SLD_FRAME;
     if (args.Flag(L"stretch"))
         s.nFlags |= QM::SLD_STRETCH;
-    if (!args.m_error.IsEmpty())
-        return Usage(self, args.m_error);
-    if (!args.UnknownFlag().IsEmpty())
-        return Usage(self, L"unknown option " + args.UnknownFlag());
-    if (args.Positional().size() != 3)
-        return Usage(self, L"render needs IN.sld and OUT.png");
+    if (int bad = args.Reject(self, 3, 3, L"render needs IN.sld and OUT.png"))
+        return bad;
     if (hasSize && !ParseSize(size, s.nWidth, s.nHeight))
         return Usage(self, L"--size takes WxH, each from 1 to 16384");
     if (hasBg && !ParseRgb(bg, background))
@@ -168,10 +164,8 @@ public:
 
 int Info(const Command& self, Args& args)
 {
-    if (!args.UnknownFlag().IsEmpty())
-        return Usage(self, L"unknown option " + args.UnknownFlag());
-    if (args.Positional().size() != 2)
-        return Usage(self, L"info needs IN.sld");
+    if (int bad = args.Reject(self, 2, 2, L"info needs IN.sld"))
+        return bad;
     std::vector<unsigned char> b;
     if (!ReadAll(args.Positional()[1], b)) {
         Err(L"qmtool slide: cannot read " + args.Positional()[1] + L"\n");
@@ -222,8 +216,8 @@ CString Describe(int index)
 
 int RunColour(const Command& self, Args& args)
 {
-    if (!args.UnknownFlag().IsEmpty())
-        return Usage(self, L"unknown option " + args.UnknownFlag());
+    if (int bad = args.Reject(self))
+        return bad;
     const std::vector<CString>& words = args.Positional();
     int n[3] = {0, 0, 0};
     if (words.size() == 2 && words[0] == L"index") {

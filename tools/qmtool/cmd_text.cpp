@@ -9,12 +9,8 @@ int RunSplit(const Command& self, Args& args)
     const bool quotes = args.Flag(L"quotes");
     bool hasDelim = false;
     CString delim = args.Option(L"delim", &hasDelim);
-    if (!args.m_error.IsEmpty())
-        return Usage(self, args.m_error);
-    if (!args.UnknownFlag().IsEmpty())
-        return Usage(self, L"unknown option " + args.UnknownFlag());
-    if (args.Positional().size() != 1)
-        return Usage(self, L"needs exactly one TEXT");
+    if (int bad = args.Reject(self, 1, 1, L"needs exactly one TEXT"))
+        return bad;
     if (hasDelim && delim.GetLength() != 1)
         return Usage(self, L"--delim takes exactly one character");
 
@@ -32,8 +28,8 @@ int RunSplit(const Command& self, Args& args)
 int RunNth(const Command& self, Args& args)
 {
     const bool strip = args.Flag(L"strip-quotes");
-    if (!args.UnknownFlag().IsEmpty())
-        return Usage(self, L"unknown option " + args.UnknownFlag());
+    if (int bad = args.Reject(self))
+        return bad;
     int n = 0;
     if (args.Positional().size() != 2)
         return Usage(self, L"needs LIST and N");

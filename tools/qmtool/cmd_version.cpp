@@ -32,8 +32,8 @@ CString LibraryFileVersion(CString& path)
 
 int RunVersion(const Command& self, Args& args)
 {
-    if (!args.Positional().empty())
-        return Usage(self, L"takes no arguments");
+    if (int bad = args.Reject(self, 0, 0, L"takes no arguments"))
+        return bad;
     CString path;
     const CString version = LibraryFileVersion(path);
     CString text;

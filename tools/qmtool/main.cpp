@@ -92,6 +92,17 @@ CString Args::UnknownFlag() const
     return CString();
 }
 
+int Args::Reject(const Command& self, size_t min, size_t max, const wchar_t* why) const
+{
+    if (!m_error.IsEmpty())
+        return Usage(self, m_error);
+    if (!UnknownFlag().IsEmpty())
+        return Usage(self, L"unknown option " + UnknownFlag());
+    if (m_words.size() < min || m_words.size() > max)
+        return Usage(self, why);
+    return kOk;
+}
+
 void Out(const CString& text) { Write(STD_OUTPUT_HANDLE, text); }
 void Err(const CString& text) { Write(STD_ERROR_HANDLE, text); }
 

@@ -9,11 +9,14 @@
 #pragma once
 #include <QMUtil.h>
 
+#include <cstdint>
 #include <vector>
 
 namespace qmtool {
 
 enum ExitCode { kOk = 0, kFailed = 1, kUsage = 2 };
+
+struct Command;
 
 // The words after the command name, with flags taken out as they are asked for.
 class Args
@@ -30,6 +33,10 @@ public:
     const std::vector<CString>& Positional() const { return m_words; }
     // A word still starting with "--" that no command asked for, or empty.
     CString UnknownFlag() const;
+    // Once the flags are taken: 0 when the words are fine, else the usage
+    // error (a flag's missing value, an unknown flag, or a count of
+    // positional words outside [min, max], explained by `why`).
+    int Reject(const Command& self, size_t min = 0, size_t max = SIZE_MAX, const wchar_t* why = L"") const;
 
     CString m_error;
 
