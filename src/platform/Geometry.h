@@ -9,7 +9,7 @@
 #pragma once
 #include "QMExport.h"
 
-class CPoint : public POINT
+class QM_API CPoint : public POINT
 {
 public:
     CPoint() { x = y = 0; }
@@ -19,7 +19,7 @@ public:
     bool operator!=(POINT p) const { return !(*this == p); }
 };
 
-class CSize : public SIZE
+class QM_API CSize : public SIZE
 {
 public:
     CSize() { cx = cy = 0; }
@@ -28,7 +28,7 @@ public:
     bool operator!=(SIZE s) const { return !(*this == s); }
 };
 
-class CRect : public RECT
+class QM_API CRect : public RECT
 {
 public:
     CRect() { left = top = right = bottom = 0; }
