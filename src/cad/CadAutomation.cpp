@@ -109,11 +109,16 @@ DWORD WINAPI AutomationWorker(void* param)
 // Waits for the worker while dispatching this thread's messages, so the
 // caller's windows keep painting. A WM_QUIT seen meanwhile is posted again
 // for the caller's own loop.
+//
+// MWMO_INPUTAVAILABLE: the caller is usually a command handler whose loop
+// has already looked at the queue, and a plain wait wakes only for input
+// that arrived after that look; what was queued beside the command would
+// sit undispatched until something new came in.
 void WaitPumping(HANDLE thread)
 {
     bool quit = false;
     WPARAM quitCode = 0;
-    while (MsgWaitForMultipleObjects(1, &thread, FALSE, INFINITE, QS_ALLINPUT) == WAIT_OBJECT_0 + 1) {
+    while (MsgWaitForMultipleObjectsEx(1, &thread, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE) == WAIT_OBJECT_0 + 1) {
         MSG msg;
         while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
             if (msg.message == WM_QUIT) {
@@ -164,7 +169,12 @@ bool GetCADPath_I(CString& dir, CString& exePath)
         const CString version = GetStartupAcadVer();
         if (version.IsEmpty() || !FolderFromAutomation(version, folder))
             return false;
-        CInitSetting().SetSetting(L"CADPathNameCOM", folder, L"CADCmdLine");
+        INISetting& settings = CInitSetting();
+        settings.SetSetting(L"CADPathNameCOM", folder, L"CADCmdLine");
+        // On a first store the key is new to a cached section, and the cache
+        // then forgets the section's other keys (the release among them)
+        // until the file is read again; read it again.
+        settings.SetFilePath(settings.GetFilePath());
         exe.Format(L"%s\\%s", folder.GetString(), exeName.GetString());
     }
     exePath = exe;
