@@ -29,76 +29,45 @@ protected:
     }
     void TearDown() override { DestroyWindow(m_probe); }
 
-    // Shows a box through ShowMessage with `style`, answers it with `answer`.
-    MsgBoxSeen Show(const wchar_t* style, MsgBoxWatcher::Answer answer, int* result = nullptr)
-    {
-        MsgBoxWatcher watcher(answer, m_probe);
-        int code = QM::ShowMessage(nullptr, L"正文", style);
-        if (result != nullptr)
-            *result = code;
-        return watcher.Wait();
-    }
-
     HWND m_probe = nullptr;
 };
 
 }  // namespace
 
-TEST_F(MessageBoxTest, ErrorStyleShowsTheErrorIconAndOkTaskModally)
+TEST_F(MessageBoxTest, StyleLettersAreSummedIntoIconAndButtonsOfATaskModalBox)
 {
-    int result = 0;
-    MsgBoxSeen seen = Show(L"X", MsgBoxWatcher::Press(IDOK), &result);
-    ASSERT_TRUE(seen.found);
-    EXPECT_EQ(seen.caption, kCaption);
-    EXPECT_EQ(seen.text, CString(L"正文"));
-    EXPECT_EQ(seen.icon, static_cast<UINT>(MB_ICONERROR));
-    EXPECT_EQ(seen.buttons, kOk);
-    EXPECT_FALSE(seen.probeEnabled);
-    EXPECT_EQ(result, IDOK);
-    EXPECT_TRUE(IsWindowEnabled(m_probe));
-}
-
-TEST_F(MessageBoxTest, QuestionWithYesAndNoAddsTheButtonsOnce)
-{
-    int result = 0;
-    MsgBoxSeen seen = Show(L"?YN", MsgBoxWatcher::Press(IDNO), &result);
-    ASSERT_TRUE(seen.found);
-    EXPECT_EQ(seen.icon, static_cast<UINT>(MB_ICONQUESTION));
-    EXPECT_EQ(seen.buttons, kYesNo);
-    EXPECT_EQ(result, IDNO);
-}
-
-TEST_F(MessageBoxTest, EachIconLetter)
-{
-    const struct { const wchar_t* style; UINT icon; } cases[] = {
-        {L"!", MB_ICONEXCLAMATION}, {L"I", MB_ICONINFORMATION}, {L"i", MB_ICONINFORMATION},
-        {L"x", MB_ICONERROR},       {L"?", MB_ICONQUESTION},    {L"", 0},
-        {L"z#", 0},
+    const struct
+    {
+        const wchar_t* style;
+        UINT icon;
+        std::vector<int> buttons;
+        int press;
+    } rows[] = {
+        {L"X", MB_ICONERROR, kOk, IDOK},
+        {L"x", MB_ICONERROR, kOk, IDOK},
+        {L"!", MB_ICONEXCLAMATION, kOk, IDOK},
+        {L"I", MB_ICONINFORMATION, kOk, IDOK},
+        {L"i", MB_ICONINFORMATION, kOk, IDOK},
+        {L"?YN", MB_ICONQUESTION, kYesNo, IDNO},   // Yes/No added once for both letters
+        {L"ny", 0, kYesNo, IDYES},
+        {L"XX", MB_ICONQUESTION, kOk, IDOK},       // 16 + 16 = 32, the question icon
+        {L"", 0, kOk, IDOK},
+        {L"z#", 0, kOk, IDOK},
+        {nullptr, 0, kOk, IDOK},
     };
-    for (const auto& c : cases) {
-        MsgBoxSeen seen = Show(c.style, MsgBoxWatcher::Press(IDOK));
-        ASSERT_TRUE(seen.found) << c.style;
-        EXPECT_EQ(seen.icon, c.icon) << c.style;
-        EXPECT_EQ(seen.buttons, kOk) << c.style;
-        EXPECT_FALSE(seen.probeEnabled) << c.style;
+    for (const auto& row : rows) {
+        const CString style = row.style != nullptr ? row.style : L"(null)";
+        MsgBoxWatcher watcher(MsgBoxWatcher::Press(row.press), m_probe);
+        EXPECT_EQ(QM::ShowMessage(nullptr, L"正文", row.style), row.press) << style;
+        const MsgBoxSeen& seen = watcher.Wait();
+        ASSERT_TRUE(seen.found) << style;
+        EXPECT_EQ(seen.caption, kCaption) << style;
+        EXPECT_EQ(seen.text, CString(L"正文")) << style;
+        EXPECT_EQ(seen.icon, row.icon) << style;
+        EXPECT_EQ(seen.buttons, row.buttons) << style;
+        EXPECT_FALSE(seen.probeEnabled) << style << ": task-modal";
+        EXPECT_TRUE(IsWindowEnabled(m_probe)) << style;
     }
-}
-
-TEST_F(MessageBoxTest, LettersAreSummedSoARepeatedIconBecomesAnother)
-{
-    // Two error letters sum to the question icon's value (16 + 16 = 32).
-    MsgBoxSeen seen = Show(L"XX", MsgBoxWatcher::Press(IDOK));
-    ASSERT_TRUE(seen.found);
-    EXPECT_EQ(seen.icon, static_cast<UINT>(MB_ICONQUESTION));
-}
-
-TEST_F(MessageBoxTest, NullStyleIsAPlainTaskModalOkBox)
-{
-    MsgBoxWatcher watcher(MsgBoxWatcher::Press(IDOK), m_probe);
-    EXPECT_EQ(QM::ShowMessage(nullptr, L"t", nullptr), IDOK);
-    const MsgBoxSeen& seen = watcher.Wait();
-    EXPECT_EQ(seen.icon, 0u);
-    EXPECT_FALSE(seen.probeEnabled);
 }
 
 TEST_F(MessageBoxTest, MsgBoxPassesTheTypeAsGiven)
@@ -121,28 +90,19 @@ TEST_F(MessageBoxTest, MsgOkShowsOneButton)
     EXPECT_EQ(seen.buttons, kOk);
 }
 
-TEST_F(MessageBoxTest, MsgYesNoWithoutDefaultYesPreselectsNo)
+TEST_F(MessageBoxTest, MsgYesNoPreselectsWhatItIsToldAndIsTrueOnlyForYes)
 {
-    MsgBoxWatcher watcher(MsgBoxWatcher::Enter(), m_probe);
-    EXPECT_FALSE(QM::MsgYesNo(nullptr, L"覆盖？", false));
-    const MsgBoxSeen& seen = watcher.Wait();
-    EXPECT_EQ(seen.buttons, kYesNo);
-    EXPECT_EQ(seen.defaultButton, IDNO);
-}
-
-TEST_F(MessageBoxTest, MsgYesNoWithDefaultYesAnswersYesOnEnter)
-{
-    MsgBoxWatcher watcher(MsgBoxWatcher::Enter(), m_probe);
-    EXPECT_TRUE(QM::MsgYesNo(nullptr, L"覆盖？", true));
-    EXPECT_EQ(watcher.Wait().defaultButton, IDYES);
-}
-
-TEST_F(MessageBoxTest, MsgYesNoIsTrueOnlyForYes)
-{
-    {
-        MsgBoxWatcher watcher(MsgBoxWatcher::Press(IDYES), m_probe);
-        EXPECT_TRUE(QM::MsgYesNo(nullptr, L"q", false));
+    const struct { bool defaultYes; MsgBoxWatcher::Answer answer; int defaultButton; bool result; } rows[] = {
+        {false, MsgBoxWatcher::Enter(), IDNO, false},
+        {true, MsgBoxWatcher::Enter(), IDYES, true},
+        {false, MsgBoxWatcher::Press(IDYES), IDNO, true},
+        {true, MsgBoxWatcher::Press(IDNO), IDYES, false},
+    };
+    for (const auto& row : rows) {
+        MsgBoxWatcher watcher(row.answer, m_probe);
+        EXPECT_EQ(QM::MsgYesNo(nullptr, L"覆盖？", row.defaultYes), row.result) << row.defaultYes;
+        const MsgBoxSeen& seen = watcher.Wait();
+        EXPECT_EQ(seen.buttons, kYesNo);
+        EXPECT_EQ(seen.defaultButton, row.defaultButton) << row.defaultYes;
     }
-    MsgBoxWatcher watcher(MsgBoxWatcher::Press(IDNO), m_probe);
-    EXPECT_FALSE(QM::MsgYesNo(nullptr, L"q", true));
 }
