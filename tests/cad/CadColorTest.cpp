@@ -41,7 +41,7 @@ TEST(CadColorNearest, TiesKeepTheLowerIndexAndIndexZeroNeverComesOut)
         {1000, -50, -50, 1}  // components are not clamped
     };
     for (const auto& row : rows)
-        EXPECT_EQ(QM::GetCADColorIndexNearest(row.r, row.g, row.b), row.expected) << row.r << "," << row.g << "," << row.b;
+        EXPECT_EQ(QM::GetCADColorIndexNearest(row.r, row.g, row.b), row.expected) << row.r << " " << row.g << " " << row.b;
     const int wild = QM::GetCADColorIndexNearest(LONG_MIN, LONG_MAX, 0);
     EXPECT_TRUE(wild >= 1 && wild <= 255) << wild;
 }

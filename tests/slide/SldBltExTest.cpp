@@ -21,8 +21,6 @@ TEST(SldBltEx, BadInputGivesNoBitmap)
     EXPECT_EQ(QM::SldBltEx(&s), nullptr);
 }
 
-// Every optional member is set; each must only count with its flag. The
-// margins never have theirs: they count only as the frame's pen width.
 TEST(SldBltEx, DrawsTheBitmapWithItsFlags)
 {
     TempDir dir;
@@ -55,23 +53,15 @@ TEST(SldBltEx, DrawsTheBitmapWithItsFlags)
         {"captions need their flags", slide, QM::SLD_NOBACK, {Exactly(0, kRed, all), Exactly(0, kBlue, all)}},
     };
     for (const auto& row : rows) {
+        // Every optional member is set and must only count with its flag; the
+        // margins never have theirs and count only as the frame's pen width.
         CBrush brush(kGrey);
-        QM::slideExStruct s{};
-        s.pBkBrush = &brush;
-        s.nWidth = 160;
-        s.nHeight = 120;
-        s.lpszFileName = row.file;
-        s.nLeftMargin = s.nTopMargin = 40;
-        s.nFramePenWidth = 5;
-        s.crFramePen = kBlue;
-        s.lpszCaption1 = L"阀门 Valve";
-        s.lpszCaption2 = L"第二行";
-        s.crCaption1 = s.crCaption2 = kGreen;
-        s.nFlags = row.flags;
+        QM::slideExStruct s{0, &brush, 160, 120, row.file, 0, 40, 40, PS_SOLID, 5, kBlue,
+                            L"阀门 Valve", kGreen, 8, L"第二行", kGreen, row.flags};
         const std::unique_ptr<CBitmap> bitmap(QM::SldBltEx(&s));
         ASSERT_TRUE(bitmap) << row.what;
         const SlideCanvas canvas(*bitmap);
-        EXPECT_TRUE(canvas.m_width == 160 && canvas.m_height == 120) << row.what;
+        EXPECT_TRUE(canvas.width == 160 && canvas.height == 120) << row.what;
         canvas.Expect(row.probes, row.what);
     }
 }

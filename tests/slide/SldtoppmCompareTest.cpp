@@ -10,6 +10,7 @@
 #include "support/SlideWriter.h"
 #include "support/TempDir.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <string>
@@ -18,6 +19,8 @@
 namespace {
 
 using qmtest::SlideWriter;
+const int kHighX = 199, kHighY = 149, kWidth = kHighX + 1, kHeight = kHighY + 1;
+using LitMap = std::vector<bool>;  // kWidth x kHeight, row by row
 
 // The Unix path of a Windows path through Wine's own kernel32 export.
 std::string UnixPath(const CString& path)
@@ -32,41 +35,34 @@ std::string UnixPath(const CString& path)
     return result;
 }
 
-// Lit pixels of a picture, row by row.
-struct LitMap
+// Lit pixels of `a` farther than one pixel from any lit pixel of `b`.
+int Unmatched(const LitMap& a, const LitMap& b)
 {
-    int width = 0, height = 0;
-    std::vector<bool> lit;
-    bool At(int x, int y) const { return x >= 0 && y >= 0 && x < width && y < height && lit[y * width + x]; }
-    // Lit pixels farther than one pixel from any lit pixel of `other`.
-    int UnmatchedIn(const LitMap& other) const
-    {
-        int misses = 0;
-        for (int y = 0; y < height; ++y)
-            for (int x = 0; x < width; ++x) {
-                bool matched = !At(x, y);
-                for (int d = 0; d < 9 && !matched; ++d)
-                    matched = other.At(x + d % 3 - 1, y + d / 3 - 1);
-                misses += matched ? 0 : 1;
-            }
-        return misses;
-    }
-};
+    int misses = 0;
+    for (int y = 0; y < kHeight; ++y)
+        for (int x = 0; x < kWidth; ++x) {
+            bool matched = !a[y * kWidth + x];
+            for (int nx = x - 1; nx <= x + 1; ++nx)
+                for (int ny = y - 1; ny <= y + 1; ++ny)
+                    matched = matched || (nx >= 0 && ny >= 0 && nx < kWidth && ny < kHeight && b[ny * kWidth + nx]);
+            misses += matched ? 0 : 1;
+        }
+    return misses;
+}
 
 class SldtoppmCompare : public ::testing::Test
 {
 protected:
-    static const int kHighX = 199, kHighY = 149;
-
     // Runs sldtoppm on `sld` and reads its picture, a binary PPM with maxval
-    // 255 and no comments. The shell writes to a temporary name first so that
-    // a half-written file is never read.
+    // 255 and no comments. The shell writes to a temporary name first so
+    // that a half-written file is never read.
     bool Reference(const CString& sld, LitMap& map)
     {
         const CString ppm = dir.Path() + L"ref.ppm";
+        ::DeleteFileW(ppm);  // left by the previous comparison
         const std::string out = "'" + UnixPath(ppm) + "'";
-        const CString script = dir.WriteFile(L"ref.sh", "sldtoppm '" + UnixPath(sld) + "' > " + out + ".part 2>/dev/null && mv " +
-                                                            out + ".part " + out + "\n");
+        const CString script = dir.WriteFile(
+            L"ref.sh", "sldtoppm '" + UnixPath(sld) + "' > " + out + ".part 2>/dev/null && mv " + out + ".part " + out + "\n");
         CString command = L"start.exe /unix /bin/sh " + CString(UnixPath(script).c_str());
         STARTUPINFOW si{};
         si.cb = sizeof(si);
@@ -79,36 +75,29 @@ protected:
         for (int waited = 0; waited < 20000 && !QM::IsExist(ppm); waited += 50)
             ::Sleep(50);
         const std::string bytes = qmtest::TempDir::ReadFile(ppm);
-        int maxval = 0, consumed = 0;
-        if (std::sscanf(bytes.c_str(), "P6 %d %d %d%n", &map.width, &map.height, &maxval, &consumed) != 3 || maxval != 255)
+        int width = 0, height = 0, maxval = 0, start = 0;
+        if (std::sscanf(bytes.c_str(), "P6 %d %d %d%n", &width, &height, &maxval, &start) != 3 || maxval != 255 ||
+            width != kWidth || height != kHeight || bytes.size() < start + 1 + 3u * kWidth * kHeight)
             return false;
-        const std::size_t start = static_cast<std::size_t>(consumed) + 1, pixels = std::size_t(map.width) * map.height;
-        if (bytes.size() < start + 3 * pixels)
-            return false;
-        for (std::size_t i = start; i < start + 3 * pixels; i += 3)
-            map.lit.push_back(bytes[i] || bytes[i + 1] || bytes[i + 2]);
+        for (std::size_t i = start + 1; i < start + 1 + 3u * kWidth * kHeight; i += 3)
+            map.push_back(bytes[i] || bytes[i + 1] || bytes[i + 2]);
         return true;
     }
 
-    void Compare(const SlideWriter& slide)
+    void Compare(const SlideWriter& slide, const char* what)
     {
         const CString sld = dir.WriteFile(L"cmp.sld", slide.Bytes());
-        LitMap reference, ours{kHighX + 1, kHighY + 1, {}};
-        ASSERT_TRUE(Reference(sld, reference)) << "sldtoppm (package netpbm) gave no picture";
-        qmtest::SlideCanvas canvas(ours.width, ours.height);
+        LitMap reference, ours;
+        ASSERT_TRUE(Reference(sld, reference)) << what << ": sldtoppm (package netpbm) gave no picture of 200 x 150";
+        qmtest::SlideCanvas canvas(kWidth, kHeight);
         QM::slideStruct s{0, &canvas.dc, 0, 0, kHighX, kHighY, sld, 0, QM::SLD_FILLALL};
-        ASSERT_EQ(QM::SldBlt(&s), 0);
-        int litOurs = 0;
-        for (int y = 0; y < ours.height; ++y)
-            for (int x = 0; x < ours.width; ++x) {
-                ours.lit.push_back(canvas.At(x, y) != qmtest::kBlack && canvas.At(x, y) != qmtest::kUntouched);
-                litOurs += ours.lit.back() ? 1 : 0;
-            }
-        ASSERT_EQ(reference.width, ours.width);
-        ASSERT_EQ(reference.height, ours.height);
-        EXPECT_GT(litOurs, 100);
-        EXPECT_EQ(ours.UnmatchedIn(reference), 0);
-        EXPECT_EQ(reference.UnmatchedIn(ours), 0);
+        ASSERT_EQ(QM::SldBlt(&s), 0) << what;
+        for (int y = 0; y < kHeight; ++y)
+            for (int x = 0; x < kWidth; ++x)
+                ours.push_back(canvas.At(x, y) != qmtest::kBlack && canvas.At(x, y) != qmtest::kUntouched);
+        EXPECT_GT(std::count(ours.begin(), ours.end(), true), 100) << what;
+        EXPECT_EQ(Unmatched(ours, reference), 0) << what;
+        EXPECT_EQ(Unmatched(reference, ours), 0) << what;
     }
 
     // A small deterministic generator, so a failure can be replayed.
@@ -119,36 +108,26 @@ protected:
     unsigned m_seed = 20020121u;
 };
 
-TEST_F(SldtoppmCompare, AbsoluteVectorsAndColoursMatch)
+TEST_F(SldtoppmCompare, VectorsColoursAndFillsMatch)
 {
-    SlideWriter slide(kHighX, kHighY);
+    SlideWriter absolute(kHighX, kHighY), relative(kHighX, kHighY), fills(kHighX, kHighY);
     for (int i = 0; i < 60; ++i) {
         if (i % 7 == 0)
-            slide.Colour(static_cast<std::uint8_t>(1 + Next() % 255));
-        slide.Vector(Next() % (kHighX + 1), Next() % (kHighY + 1), Next() % (kHighX + 1), Next() % (kHighY + 1));
+            absolute.Colour(static_cast<std::uint8_t>(1 + Next() % 255));
+        absolute.Vector(Next() % kWidth, Next() % kHeight, Next() % kWidth, Next() % kHeight);
     }
-    Compare(slide.End());
-}
-
-TEST_F(SldtoppmCompare, OffsetAndEndpointVectorsMatch)
-{
-    SlideWriter slide(kHighX, kHighY);
     for (int i = 0; i < 12; ++i) {
-        slide.Colour(static_cast<std::uint8_t>(1 + i * 20)).Vector(60 + Next() % 80, 40 + Next() % 70, 100, 75);
+        relative.Colour(static_cast<std::uint8_t>(1 + i * 20)).Vector(60 + Next() % 80, 40 + Next() % 70, 100, 75);
         for (int j = 0; j < 5; ++j)
-            slide.Endpoint(Delta(), Delta());
-        slide.Offset(Delta(), Delta(), Delta(), Delta());
+            relative.Endpoint(Delta(), Delta());
+        relative.Offset(Delta(), Delta(), Delta(), Delta());
     }
-    Compare(slide.End());
-}
-
-TEST_F(SldtoppmCompare, SolidFillsMatch)
-{
-    SlideWriter slide(kHighX, kHighY);
-    slide.Colour(3).Fill(4, 0xFFFF).Fill(10, 10).Fill(90, 20).Fill(80, 120).Fill(20, 100).Fill(0, 0xFFFF);
-    slide.Colour(5).Fill(3, 0xFFFF).Fill(120, 10).Fill(190, 70).Fill(130, 140).Fill(0, 0xFFFF);
-    slide.Colour(7).Vector(0, 0, kHighX, kHighY);
-    Compare(slide.End());
+    fills.Colour(3).Fill(4, 0xFFFF).Fill(10, 10).Fill(90, 20).Fill(80, 120).Fill(20, 100).Fill(0, 0xFFFF);
+    fills.Colour(5).Fill(3, 0xFFFF).Fill(120, 10).Fill(190, 70).Fill(130, 140).Fill(0, 0xFFFF);
+    fills.Colour(7).Vector(0, 0, kHighX, kHighY);
+    Compare(absolute.End(), "absolute vectors and colours");
+    Compare(relative.End(), "offset and endpoint vectors");
+    Compare(fills.End(), "solid fills");
 }
 
 }  // namespace

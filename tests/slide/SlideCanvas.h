@@ -15,12 +15,7 @@ const COLORREF kWhite = RGB(255, 255, 255), kBlack = RGB(0, 0, 0), kGrey = RGB(1
 const COLORREF kRed = RGB(255, 0, 0), kGreen = RGB(0, 255, 0), kBlue = RGB(0, 0, 255);
 
 // Between `min` and `max` pixels of `colour` inside `rect`.
-struct Probe
-{
-    CRect rect;
-    COLORREF colour;
-    int min, max;
-};
+struct Probe { CRect rect; COLORREF colour; int min, max; };
 inline Probe Pixel(int x, int y, COLORREF c) { return {CRect(x, y, x + 1, y + 1), c, 1, 1}; }
 inline Probe NotPixel(int x, int y, COLORREF c) { return {CRect(x, y, x + 1, y + 1), c, 0, 0}; }
 inline Probe Exactly(int n, COLORREF c, const CRect& rect) { return {rect, c, n, n}; }
@@ -29,29 +24,28 @@ inline Probe MoreThan(int n, COLORREF c, const CRect& rect) { return {rect, c, n
 class SlideCanvas
 {
 public:
-    SlideCanvas(int width, int height) : m_width(width), m_height(height)
+    SlideCanvas(int w, int h) : width(w), height(h)
     {
         dc.CreateCompatibleDC(nullptr);
-        BITMAPINFO info{{sizeof(BITMAPINFOHEADER), width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0}, {}};
+        BITMAPINFO info{{sizeof(BITMAPINFOHEADER), w, -h, 1, 32, BI_RGB, 0, 0, 0, 0, 0}, {}};
         void* bits = nullptr;
         m_bitmap.Attach(::CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
         m_old = dc.SelectObject(m_bitmap.m_hObject);
         CBrush brush(kUntouched);
-        dc.FillRect(CRect(0, 0, width, height), &brush);
+        dc.FillRect(CRect(0, 0, w, h), &brush);
     }
     explicit SlideCanvas(CBitmap& bitmap)
     {
         BITMAP info{};
         bitmap.GetBitmap(&info);
-        m_width = info.bmWidth;
-        m_height = info.bmHeight;
+        width = info.bmWidth;
+        height = info.bmHeight;
         dc.CreateCompatibleDC(nullptr);
         m_old = dc.SelectObject(bitmap.m_hObject);
     }
     ~SlideCanvas() { dc.SelectObject(m_old); }
 
     COLORREF At(int x, int y) const { return dc.GetPixel(x, y); }
-    int Count(COLORREF colour) const { return Count(colour, CRect(0, 0, m_width, m_height)); }
     int Count(COLORREF colour, const CRect& rect) const
     {
         int n = 0;
@@ -63,16 +57,13 @@ public:
     void Expect(const std::vector<Probe>& probes, const std::string& what) const
     {
         for (std::size_t i = 0; i < probes.size(); ++i) {
-            const Probe& p = probes[i];
-            const int n = Count(p.colour, p.rect);
-            EXPECT_TRUE(n >= p.min && n <= p.max) << what << ", probe " << i << ": " << n << " pixels of 0x" << std::hex
-                                                  << p.colour << std::dec << " in (" << p.rect.left << "," << p.rect.top
-                                                  << ")-(" << p.rect.right << "," << p.rect.bottom << ")";
+            const int n = Count(probes[i].colour, probes[i].rect);
+            EXPECT_TRUE(n >= probes[i].min && n <= probes[i].max) << what << ", probe " << i << ": " << n << " pixels";
         }
     }
 
     CDC dc;
-    int m_width = 0, m_height = 0;
+    int width = 0, height = 0;
 
 private:
     CBitmap m_bitmap;

@@ -1,7 +1,4 @@
-// SlideWriter.h - builds CAD slide files record by record, little-endian:
-//
-//   qmtest::SlideWriter(100, 100).Colour(1).Vector(10, 10, 90, 10).End().Bytes()
-//
+// SlideWriter.h - builds CAD slide files record by record, little-endian.
 // Each member appends exactly one record, so a test can also build broken
 // files (Raw, a missing End, a cut-off record).
 #pragma once
@@ -21,12 +18,10 @@ public:
         Word(highX).Word(highY).Word(0x9680).Word(0x0098).Word(0).Word(0x1234);
     }
 
-    // Code 0x00-0x7F: the high byte of from-X is the code, so it stays below 0x8000.
+    // Code 0x00-0x7F: the high byte of from-X is the code.
     SlideWriter& Vector(std::uint16_t x1, std::uint16_t y1, std::uint16_t x2, std::uint16_t y2)
     {
-        if (x1 >= 0x8000)
-            std::abort();
-        return Word(x1).Word(y1).Word(x2).Word(y2);
+        return Check(x1 < 0x8000).Word(x1).Word(y1).Word(x2).Word(y2);
     }
     // 0xFB: from = last + (dx1, dy1), to = last + (dx2, dy2).
     SlideWriter& Offset(int dx1, int dy1, int dx2, int dy2) { return S8(dx1).Raw("\xFB").S8(dy1).S8(dx2).S8(dy2); }
@@ -34,8 +29,7 @@ public:
     SlideWriter& Endpoint(int dx, int dy) { return S8(dx).Raw("\xFE").S8(dy); }
     // 0xFD: a fill vertex, or a marker when y has any of the bits 0xF000.
     SlideWriter& Fill(std::uint16_t x, std::uint16_t y) { return Word(0xFD00).Word(x).Word(y); }
-    // The marker the host itself writes.
-    SlideWriter& FillMarker() { return Fill(0, 0xFFFF); }
+    SlideWriter& FillMarker() { return Fill(0, 0xFFFF); }  // the marker the host writes
     SlideWriter& Colour(std::uint8_t index) { return Word(0xFF00 | index); }
     SlideWriter& End() { return Word(0xFC00); }
     SlideWriter& Raw(const std::string& bytes) { m_bytes += bytes; return *this; }
@@ -44,13 +38,14 @@ public:
 
 private:
     SlideWriter& Word(unsigned value) { return Raw({static_cast<char>(value & 0xFF), static_cast<char>(value >> 8)}); }
-    // An offset outside -128..127 cannot be written: a test asking for one is
-    // wrong, so stop at once rather than write a different slide.
-    SlideWriter& S8(int value)
+    SlideWriter& S8(int value) { return Check(value >= -128 && value <= 127).Raw({static_cast<char>(value)}); }
+    // A record the format cannot hold means the test is wrong: stop at once
+    // rather than write a different slide.
+    SlideWriter& Check(bool writable)
     {
-        if (value < -128 || value > 127)
+        if (!writable)
             std::abort();
-        return Raw(std::string(1, static_cast<char>(value)));
+        return *this;
     }
 
     std::string m_bytes;
