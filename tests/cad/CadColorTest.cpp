@@ -3,6 +3,8 @@
 #include <QMUtil.h>
 #include <gtest/gtest.h>
 
+#include <climits>
+
 namespace {
 
 // Rebuilds entry `index` (10 to 249) from the palette's rule: 24 hues 15
@@ -20,49 +22,31 @@ unsigned long HueEntry(int index)
     return RGB(rgb[sector][0], rgb[sector][1], rgb[sector][2]);
 }
 
-class CadColorTable : public ::testing::Test {};
-
-TEST_F(CadColorTable, NamedColoursAndGreys)
+TEST(CadColorTable, NamedColoursHueGroupsAndGreys)
 {
     const unsigned long named[10] = {0x000000, 0x0000FF, 0x00FFFF, 0x00FF00, 0xFFFF00,
                                      0xFF0000, 0xFF00FF, 0xFFFFFF, 0x808080, 0xC0C0C0};
-    for (int i = 0; i < 10; ++i)
-        EXPECT_EQ(QM::CADColorIndexToRGB(i), named[i]) << i;
     const unsigned long greys[6] = {0x333333, 0x5B5B5B, 0x848484, 0xADADAD, 0xD6D6D6, 0xFFFFFF};
-    for (int i = 0; i < 6; ++i)
-        EXPECT_EQ(QM::CADColorIndexToRGB(250 + i), greys[i]) << 250 + i;
+    for (int i = 0; i < 256; ++i)
+        EXPECT_EQ(QM::CADColorIndexToRGB(i), i < 10 ? named[i] : i < 250 ? HueEntry(i) : greys[i - 250]) << i;
+    for (int outside : {256, -1, INT_MIN})
+        EXPECT_EQ(QM::CADColorIndexToRGB(outside), 0xFFFFFFFFul) << outside;
 }
 
-TEST_F(CadColorTable, HueGroupsFollowThePaletteRule)
+TEST(CadColorNearest, TiesKeepTheLowerIndexAndIndexZeroNeverComesOut)
 {
-    for (int index = 10; index < 250; ++index)
-        EXPECT_EQ(QM::CADColorIndexToRGB(index), HueEntry(index)) << index;
+    const struct { long r, g, b; int expected; } rows[] = {
+        {255, 0, 0, 1}, {255, 255, 255, 7}, {255, 255, 0, 2}, {128, 128, 128, 8},
+        {0, 0, 0, 18},       // black itself is index 0, which the search skips
+        {1000, -50, -50, 1}  // components are not clamped
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(QM::GetCADColorIndexNearest(row.r, row.g, row.b), row.expected) << row.r << " " << row.g << " " << row.b;
+    const int wild = QM::GetCADColorIndexNearest(LONG_MIN, LONG_MAX, 0);
+    EXPECT_TRUE(wild >= 1 && wild <= 255) << wild;
 }
 
-TEST_F(CadColorTable, OutOfRangeIndexGivesAllOnes)
-{
-    EXPECT_EQ(QM::CADColorIndexToRGB(256), 0xFFFFFFFFul);
-    EXPECT_EQ(QM::CADColorIndexToRGB(-1), 0xFFFFFFFFul);
-    EXPECT_EQ(QM::CADColorIndexToRGB(INT_MIN), 0xFFFFFFFFul);
-}
-
-class CadColorNearest : public ::testing::Test {};
-
-TEST_F(CadColorNearest, TiesKeepTheLowerIndex)
-{
-    EXPECT_EQ(QM::GetCADColorIndexNearest(255, 0, 0), 1);
-    EXPECT_EQ(QM::GetCADColorIndexNearest(255, 255, 255), 7);
-    EXPECT_EQ(QM::GetCADColorIndexNearest(255, 255, 0), 2);
-    EXPECT_EQ(QM::GetCADColorIndexNearest(128, 128, 128), 8);
-}
-
-TEST_F(CadColorNearest, BlackNeverGivesIndexZero)
-{
-    EXPECT_EQ(QM::GetCADColorIndexNearest(0, 0, 0), 18);
-    EXPECT_EQ(QM::GetCADColorIndexNearest(0x000000ul), 18);
-}
-
-TEST_F(CadColorNearest, EveryEntryFindsAnIndexOfItsOwnColour)
+TEST(CadColorNearest, EveryEntryFindsAnIndexOfItsOwnColour)
 {
     for (int index = 1; index < 256; ++index) {
         const unsigned long colour = QM::CADColorIndexToRGB(index);
@@ -72,31 +56,20 @@ TEST_F(CadColorNearest, EveryEntryFindsAnIndexOfItsOwnColour)
     }
 }
 
-TEST_F(CadColorNearest, PackedFormKeepsTheTopByteInBlue)
+TEST(CadColorNearest, PackedFormKeepsTheTopByteInBlue)
 {
     EXPECT_EQ(QM::GetCADColorIndexNearest(0x01000000ul), 5);
     EXPECT_EQ(QM::GetCADColorIndexNearest(0x000000FFul), 1);
+    EXPECT_EQ(QM::GetCADColorIndexNearest(0x000000ul), 18);
     EXPECT_EQ(QM::GetCADColorIndexNearest(RGB(10, 200, 30)), QM::GetCADColorIndexNearest(10, 200, 30));
 }
 
-TEST_F(CadColorNearest, UnclampedComponentsStillFindAnIndex)
+TEST(CadColorExact, FirstEqualIndexOrMinusOne)
 {
-    EXPECT_EQ(QM::GetCADColorIndexNearest(1000, -50, -50), 1);
-    const int wild = QM::GetCADColorIndexNearest(LONG_MIN, LONG_MAX, 0);
-    EXPECT_GE(wild, 1);
-    EXPECT_LE(wild, 255);
-}
-
-class CadColorExact : public ::testing::Test {};
-
-TEST_F(CadColorExact, FirstEqualIndexOrMinusOne)
-{
-    EXPECT_EQ(QM::IsStandardCADColor(0x000000ul), 0);
-    EXPECT_EQ(QM::IsStandardCADColor(0x0000FFul), 1);
-    EXPECT_EQ(QM::IsStandardCADColor(0xFFFFFFul), 7);
-    EXPECT_EQ(QM::IsStandardCADColor(0x333333ul), 250);
-    EXPECT_EQ(QM::IsStandardCADColor(0x123456ul), -1);
-    EXPECT_EQ(QM::IsStandardCADColor(0x01FFFFFFul), -1);
+    const struct { unsigned long colour; int expected; } rows[] = {
+        {0x000000, 0}, {0x0000FF, 1}, {0xFFFFFF, 7}, {0x333333, 250}, {0x123456, -1}, {0x01FFFFFF, -1}};
+    for (const auto& row : rows)
+        EXPECT_EQ(QM::IsStandardCADColor(row.colour), row.expected) << std::hex << row.colour;
 }
 
 }  // namespace

@@ -11,152 +11,59 @@
 
 namespace {
 
-using qmtest::BitmapReader;
-using qmtest::kBlack;
-using qmtest::SlideWriter;
+using namespace qmtest;
 
-const COLORREF kRed = RGB(255, 0, 0);
-const COLORREF kBlue = RGB(0, 0, 255);
-const COLORREF kGrey = RGB(128, 128, 128);
-
-class SldBltExTest : public ::testing::Test
-{
-protected:
-    SldBltExTest() : brush(kGrey)
-    {
-        s.pBkBrush = &brush;
-        s.nWidth = 160;
-        s.nHeight = 120;
-        path = dir.WriteFile(L"a.sld", SlideWriter(100, 100).Vector(0, 50, 100, 50).End().Bytes());
-        s.lpszFileName = path;
-    }
-    std::unique_ptr<CBitmap> Make() { return std::unique_ptr<CBitmap>(QM::SldBltEx(&s)); }
-
-    qmtest::TempDir dir;
-    CString path;
-    CBrush brush;
-    QM::slideExStruct s{};
-};
-
-class SldBltExBitmap : public SldBltExTest {};
-
-TEST_F(SldBltExBitmap, HasTheAskedSizeAndHoldsTheSlide)
-{
-    std::unique_ptr<CBitmap> bitmap = Make();
-    ASSERT_TRUE(bitmap);
-    BITMAP info{};
-    ASSERT_NE(bitmap->GetBitmap(&info), 0);
-    EXPECT_EQ(info.bmWidth, 160);
-    EXPECT_EQ(info.bmHeight, 120);
-    BitmapReader reader(*bitmap);
-    // 120 tall, 160 wide: the 120 x 120 slide is centred, 20 px each side.
-    EXPECT_EQ(reader.At(80, 60), qmtest::kWhite);
-    EXPECT_EQ(reader.At(10, 60), kBlack);  // the shifted background reaches -10..150
-    EXPECT_EQ(reader.At(155, 60), kGrey);  // beyond it the bitmap's brush shows
-}
-
-TEST_F(SldBltExBitmap, MissingFileLeavesTheBrushOnly)
-{
-    s.lpszFileName = L"C:\\no\\such.sld";
-    std::unique_ptr<CBitmap> bitmap = Make();
-    ASSERT_TRUE(bitmap);
-    BitmapReader reader(*bitmap);
-    EXPECT_EQ(reader.Count(kGrey, CRect(0, 0, 160, 120)), 160 * 120);
-}
-
-TEST_F(SldBltExBitmap, BadInputGivesNoBitmap)
+TEST(SldBltEx, BadInputGivesNoBitmap)
 {
     EXPECT_EQ(QM::SldBltEx(nullptr), nullptr);
-    s.nWidth = 0;
+    QM::slideExStruct s{};
+    s.nHeight = 120;
     EXPECT_EQ(QM::SldBltEx(&s), nullptr);
 }
 
-class SldBltExFrame : public SldBltExTest {};
-
-TEST_F(SldBltExFrame, DefaultRedPenAndSunkenRectangle)
+TEST(SldBltEx, DrawsTheBitmapWithItsFlags)
 {
-    s.lpszFileName = L"C:\\no\\such.sld";
-    s.nFlags = QM::SLD_FRAME;
-    std::unique_ptr<CBitmap> bitmap = Make();
-    ASSERT_TRUE(bitmap);
-    BitmapReader reader(*bitmap);
-    EXPECT_EQ(reader.At(1, 60), kRed);
-    EXPECT_EQ(reader.At(158, 60), kRed);
-    EXPECT_EQ(reader.At(80, 1), kRed);
-    EXPECT_EQ(reader.At(3, 60), ::GetSysColor(COLOR_3DDKSHADOW));
-    EXPECT_EQ(reader.At(156, 60), ::GetSysColor(COLOR_BTNHIGHLIGHT));
-    EXPECT_EQ(reader.At(80, 60), kGrey);
-}
-
-TEST_F(SldBltExFrame, PenMembersApplyWithTheirFlags)
-{
-    s.lpszFileName = L"C:\\no\\such.sld";
-    s.nFramePenWidth = 5;
-    s.crFramePen = kBlue;
-    s.nFlags = QM::SLD_FRAME | QM::SLD_PENWIDTH | QM::SLD_PENCOLOR;
-    std::unique_ptr<CBitmap> bitmap = Make();
-    BitmapReader reader(*bitmap);
-    EXPECT_EQ(reader.At(1, 60), kBlue);
-    EXPECT_EQ(reader.At(5, 60), ::GetSysColor(COLOR_3DDKSHADOW));
-    EXPECT_EQ(reader.At(7, 60), kGrey);
-}
-
-TEST_F(SldBltExFrame, MarginsBecomeThePenWidth)
-{
-    s.nFlags = QM::SLD_FRAME;
-    s.nLeftMargin = 40;
-    s.nTopMargin = 40;
-    std::unique_ptr<CBitmap> bitmap = Make();
-    BitmapReader reader(*bitmap);
-    // left = top = 3 with one pixel shrink: the slide line lands on row 60.
-    EXPECT_EQ(reader.At(80, 60), qmtest::kWhite);
-}
-
-class SldBltExCaption : public SldBltExTest
-{
-protected:
-    SldBltExCaption()
-    {
-        s.lpszCaption1 = L"阀门 Valve";
-        s.lpszCaption2 = L"第二行";
+    TempDir dir;
+    const CString slide = dir.WriteFile(L"a.sld", SlideWriter(100, 100).Vector(0, 50, 100, 50).End().Bytes());
+    const wchar_t* missing = L"C:\\no\\such.sld";
+    const COLORREF dark = ::GetSysColor(COLOR_3DDKSHADOW), light = ::GetSysColor(COLOR_BTNHIGHLIGHT);
+    const CRect all(0, 0, 160, 120);
+    const UINT captions = QM::SLD_CAPTION1 | QM::SLD_CAPTION2;
+    const struct { const char* what; const wchar_t* file; UINT flags; std::vector<Probe> probes; } rows[] = {
+        // 120 tall, 160 wide: the 120 x 120 slide is centred, 20 px each
+        // side; the shifted background reaches -10..150, the brush beyond.
+        {"the slide centred on the brush", slide, 0,
+         {Pixel(80, 60, kWhite), Pixel(10, 60, kBlack), Pixel(155, 60, kGrey)}},
+        {"a missing file leaves the brush only", missing, 0, {Exactly(160 * 120, kGrey, all)}},
+        {"the default frame: red pen of 3 and a sunken rectangle", missing, QM::SLD_FRAME,
+         {Pixel(1, 60, kRed), Pixel(158, 60, kRed), Pixel(80, 1, kRed), Pixel(3, 60, dark), Pixel(156, 60, light),
+          Pixel(80, 60, kGrey)}},
+        {"pen members with their flags", missing, QM::SLD_FRAME | QM::SLD_PENWIDTH | QM::SLD_PENCOLOR,
+         {Pixel(1, 60, kBlue), Pixel(5, 60, dark), Pixel(7, 60, kGrey)}},
+        // left = top = 3 with one pixel shrink: the slide line lands on row 60.
+        {"the frame's pen width becomes the margins", slide, QM::SLD_FRAME, {Pixel(80, 60, kWhite)}},
+        {"the slide background paints over the captions", slide, captions | QM::SLD_FILLALL,
+         {Exactly(0, kRed, all), Exactly(0, kBlue, all)}},
+        {"captions show above and below the centre", slide, captions | QM::SLD_NOBACK,
+         {MoreThan(10, kRed, CRect(0, 0, 160, 60)), Exactly(0, kRed, CRect(0, 61, 160, 120)),
+          MoreThan(10, kBlue, CRect(0, 68, 160, 120)), Exactly(0, kBlue, CRect(0, 0, 160, 68))}},
+        {"a frame can swap the caption colours", slide,
+         QM::SLD_CAPTION1 | QM::SLD_NOBACK | QM::SLD_FRAME | QM::SLD_SWAPCAPTIONCOLORS,
+         {MoreThan(10, kBlue, CRect(4, 4, 156, 59)), Exactly(0, kRed, CRect(4, 4, 156, 59))}},
+        {"captions need their flags", slide, QM::SLD_NOBACK, {Exactly(0, kRed, all), Exactly(0, kBlue, all)}},
+    };
+    for (const auto& row : rows) {
+        // Every optional member is set and must only count with its flag; the
+        // margins never have theirs and count only as the frame's pen width.
+        CBrush brush(kGrey);
+        QM::slideExStruct s{0, &brush, 160, 120, row.file, 0, 40, 40, PS_SOLID, 5, kBlue,
+                            L"阀门 Valve", kGreen, 8, L"第二行", kGreen, row.flags};
+        const std::unique_ptr<CBitmap> bitmap(QM::SldBltEx(&s));
+        ASSERT_TRUE(bitmap) << row.what;
+        const SlideCanvas canvas(*bitmap);
+        EXPECT_TRUE(canvas.width == 160 && canvas.height == 120) << row.what;
+        canvas.Expect(row.probes, row.what);
     }
-};
-
-TEST_F(SldBltExCaption, SlideBackgroundPaintsOverTheCaptions)
-{
-    s.nFlags = QM::SLD_CAPTION1 | QM::SLD_CAPTION2 | QM::SLD_FILLALL;
-    std::unique_ptr<CBitmap> bitmap = Make();
-    BitmapReader reader(*bitmap);
-    EXPECT_EQ(reader.Count(kRed, CRect(0, 0, 160, 120)), 0);
-    EXPECT_EQ(reader.Count(kBlue, CRect(0, 0, 160, 120)), 0);
-}
-
-TEST_F(SldBltExCaption, WithoutBackgroundCaptionsShowAboveAndBelowTheCentre)
-{
-    s.nFlags = QM::SLD_CAPTION1 | QM::SLD_CAPTION2 | QM::SLD_NOBACK;
-    std::unique_ptr<CBitmap> bitmap = Make();
-    BitmapReader reader(*bitmap);
-    EXPECT_GT(reader.Count(kRed, CRect(0, 0, 160, 60)), 10);
-    EXPECT_EQ(reader.Count(kRed, CRect(0, 61, 160, 120)), 0);
-    EXPECT_GT(reader.Count(kBlue, CRect(0, 68, 160, 120)), 10);
-    EXPECT_EQ(reader.Count(kBlue, CRect(0, 0, 160, 68)), 0);
-}
-
-TEST_F(SldBltExCaption, FrameCanSwapTheCaptionColours)
-{
-    s.nFlags = QM::SLD_CAPTION1 | QM::SLD_NOBACK | QM::SLD_FRAME | QM::SLD_SWAPCAPTIONCOLORS;
-    std::unique_ptr<CBitmap> bitmap = Make();
-    BitmapReader reader(*bitmap);
-    EXPECT_GT(reader.Count(kBlue, CRect(4, 4, 156, 59)), 10);
-    EXPECT_EQ(reader.Count(kRed, CRect(4, 4, 156, 59)), 0);
-}
-
-TEST_F(SldBltExCaption, CaptionsNeedTheirFlags)
-{
-    s.nFlags = QM::SLD_NOBACK;
-    std::unique_ptr<CBitmap> bitmap = Make();
-    BitmapReader reader(*bitmap);
-    EXPECT_EQ(reader.Count(kRed, CRect(0, 0, 160, 120)), 0);
 }
 
 }  // namespace

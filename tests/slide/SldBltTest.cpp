@@ -10,243 +10,93 @@
 
 namespace {
 
-using qmtest::kBlack;
-using qmtest::kUntouched;
-using qmtest::kWhite;
-using qmtest::SlideCanvas;
-using qmtest::SlideWriter;
+using namespace qmtest;
 
-const COLORREF kRed = RGB(255, 0, 0);
-const COLORREF kGreen = RGB(0, 255, 0);
-
-class SldBltTest : public ::testing::Test
+class SldBlt : public ::testing::Test
 {
 protected:
-    // Draws `slide` into `canvas` with the target size and flags given.
-    int Draw(SlideCanvas& canvas, const SlideWriter& slide, int right, int bottom, UINT flags = 0)
+    // Draws into the whole canvas, with margins of 10 and 20 that only count
+    // under SLD_LEFT and SLD_TOP.
+    int Draw(SlideCanvas& canvas, const wchar_t* path, UINT flags = 0)
     {
-        const CString path = dir.WriteFile(L"t.sld", slide.Bytes());
-        return Draw(canvas, path, right, bottom, flags);
-    }
-    int Draw(SlideCanvas& canvas, const wchar_t* path, int right, int bottom, UINT flags)
-    {
-        s = QM::slideStruct{};
-        s.pDC = &canvas.dc;
-        s.nLeft = left;
-        s.nTop = top;
-        s.nRight = right;
-        s.nBottom = bottom;
-        s.lpszFileName = path;
-        s.crBackground = background;
-        s.nFlags = flags;
+        QM::slideStruct s{0, &canvas.dc, 10, 20, canvas.width, canvas.height, path, kBlue, flags};
         return QM::SldBlt(&s);
     }
-    // A white horizontal slide line at y = 10 and a colour-1 one at y = 50.
-    static SlideWriter Lines()
-    {
-        SlideWriter slide(100, 100);
-        slide.Vector(10, 10, 90, 10).Colour(1).Vector(0, 50, 100, 50).End();
-        return slide;
-    }
 
-    qmtest::TempDir dir;
-    QM::slideStruct s{};
-    int left = 0, top = 0;
-    COLORREF background = RGB(0, 0, 255);
+    TempDir dir;
 };
 
-class SldBltResult : public SldBltTest {};
-
-TEST_F(SldBltResult, MissingFileIsMinusTwoAndDrawsNothing)
+TEST_F(SldBlt, FailureCodesDrawNothing)
 {
     SlideCanvas canvas(20, 20);
-    EXPECT_EQ(Draw(canvas, (dir.Path() + L"none.sld").GetString(), 20, 20, 0), -2);
-    EXPECT_EQ(Draw(canvas, nullptr, 20, 20, 0), -2);
+    EXPECT_EQ(Draw(canvas, (dir.Path() + L"none.sld").GetString()), -2);
+    EXPECT_EQ(Draw(canvas, nullptr), -2);
     EXPECT_EQ(QM::SldBlt(nullptr), -2);
-    EXPECT_EQ(canvas.Count(kUntouched), 400);
+    EXPECT_EQ(Draw(canvas, L"NUL"), -1);  // a device has no size
+    EXPECT_EQ(canvas.Count(kUntouched, CRect(0, 0, 20, 20)), 400);
 }
 
-TEST_F(SldBltResult, DeviceWithoutSizeIsMinusOne)
+TEST_F(SldBlt, PixelsFollowPlacementFlagsColoursAndFills)
 {
-    SlideCanvas canvas(20, 20);
-    EXPECT_EQ(Draw(canvas, L"NUL", 20, 20, 0), -1);
-    EXPECT_EQ(canvas.Count(kUntouched), 400);
-}
-
-TEST_F(SldBltResult, ShortFileDrawsBackgroundOnly)
-{
-    SlideCanvas canvas(20, 20);
-    const CString path = dir.WriteFile(L"short.sld", "AutoCAD Slide");
-    EXPECT_EQ(Draw(canvas, path, 20, 20, 0), 0);
-    EXPECT_EQ(canvas.Count(kBlack), 400);
-}
-
-TEST_F(SldBltResult, ZeroHighDotDrawsBackgroundButNoVectors)
-{
-    SlideCanvas canvas(100, 100);
-    SlideWriter slide(0, 100);
-    slide.Vector(0, 50, 100, 50).End();
-    EXPECT_EQ(Draw(canvas, slide, 100, 100), 0);
-    EXPECT_EQ(canvas.Count(kBlack), 100 * 100);
-}
-
-TEST_F(SldBltResult, LeavesTheStockPenSelected)
-{
-    SlideCanvas canvas(100, 100);
-    ASSERT_EQ(Draw(canvas, Lines(), 100, 100), 0);
-    EXPECT_EQ(::GetCurrentObject(canvas.dc, OBJ_PEN), ::GetStockObject(BLACK_PEN));
-}
-
-class SldBltPlacement : public SldBltTest {};
-
-TEST_F(SldBltPlacement, ColoursComeFromTheIndexAndYIsFlipped)
-{
-    SlideCanvas canvas(100, 100);
-    ASSERT_EQ(Draw(canvas, Lines(), 100, 100), 0);
-    EXPECT_EQ(canvas.At(50, 90), kWhite);
-    EXPECT_EQ(canvas.At(10, 90), kWhite);
-    EXPECT_EQ(canvas.At(90, 90), kBlack);  // the end point stays unlit
-    EXPECT_EQ(canvas.At(50, 10), kBlack);
-    EXPECT_EQ(canvas.Count(kRed, CRect(0, 50, 100, 51)), 100);
-}
-
-TEST_F(SldBltPlacement, ScalesWithTheTarget)
-{
-    SlideCanvas canvas(200, 200);
-    ASSERT_EQ(Draw(canvas, Lines(), 200, 200), 0);
-    EXPECT_EQ(canvas.Count(kWhite, CRect(0, 180, 200, 181)), 160);
-    EXPECT_EQ(canvas.Count(kRed, CRect(0, 100, 200, 101)), 200);
-}
-
-TEST_F(SldBltPlacement, WideTargetCentresHorizontallyWithShiftedBackground)
-{
-    SlideCanvas canvas(300, 100);
-    ASSERT_EQ(Draw(canvas, Lines(), 300, 100), 0);
-    EXPECT_EQ(canvas.Count(kRed, CRect(0, 50, 300, 51)), 100);
-    EXPECT_EQ(canvas.At(100, 50), kRed);
-    EXPECT_EQ(canvas.At(99, 50), kBlack);
-    // The background runs from -cx/2 to W - cx/2: the right quarter of the
-    // target keeps what was there.
-    EXPECT_EQ(canvas.Count(kUntouched, CRect(250, 0, 300, 100)), 50 * 100);
-    EXPECT_EQ(canvas.At(249, 20), kBlack);
-    EXPECT_EQ(canvas.At(0, 20), kBlack);
-}
-
-TEST_F(SldBltPlacement, TallTargetCentresVerticallyWithShiftedBackground)
-{
-    SlideCanvas canvas(100, 300);
-    ASSERT_EQ(Draw(canvas, Lines(), 100, 300), 0);
-    EXPECT_EQ(canvas.Count(kRed, CRect(0, 150, 100, 151)), 100);
-    EXPECT_EQ(canvas.At(50, 190), kWhite);
-    EXPECT_EQ(canvas.Count(kUntouched, CRect(0, 0, 100, 50)), 100 * 50);
-    EXPECT_EQ(canvas.Count(kUntouched, CRect(0, 250, 100, 300)), 100 * 50);
-    EXPECT_EQ(canvas.At(50, 60), kBlack);
-}
-
-TEST_F(SldBltPlacement, StretchScalesEachAxisAlone)
-{
-    SlideCanvas canvas(300, 100);
-    ASSERT_EQ(Draw(canvas, Lines(), 300, 100, QM::SLD_STRETCH), 0);
-    EXPECT_EQ(canvas.Count(kRed, CRect(0, 50, 300, 51)), 300);
-    EXPECT_EQ(canvas.Count(kWhite, CRect(0, 90, 300, 91)), 240);
-}
-
-TEST_F(SldBltPlacement, MarginsInsetBothSides)
-{
-    left = 10;
-    top = 20;
-    SlideCanvas canvas(130, 150);
-    SlideWriter slide(100, 100);
-    slide.Vector(0, 0, 50, 0).Vector(0, 100, 100, 100).End();
-    ASSERT_EQ(Draw(canvas, slide, 120, 140, QM::SLD_LEFT | QM::SLD_TOP), 0);
-    EXPECT_EQ(canvas.Count(kWhite, CRect(0, 120, 130, 121)), 50);
-    EXPECT_EQ(canvas.At(10, 120), kWhite);
-    EXPECT_EQ(canvas.Count(kWhite, CRect(0, 20, 130, 21)), 100);
-    EXPECT_EQ(canvas.Count(kBlack, CRect(0, 0, 130, 150)), 100 * 100 - 100);
-    EXPECT_EQ(canvas.At(5, 50), kUntouched);
-    EXPECT_EQ(canvas.At(115, 50), kUntouched);
-}
-
-TEST_F(SldBltPlacement, MarginsIgnoredWithoutTheirFlags)
-{
-    left = 10;
-    top = 20;
-    SlideCanvas canvas(100, 100);
-    ASSERT_EQ(Draw(canvas, Lines(), 100, 100), 0);
-    EXPECT_EQ(canvas.Count(kRed, CRect(0, 50, 100, 51)), 100);
-}
-
-TEST_F(SldBltPlacement, ShrinkTakesOnePixelOffWidthAndHeight)
-{
-    SlideCanvas canvas(101, 101);
-    ASSERT_EQ(Draw(canvas, Lines(), 101, 101, QM::SLD_SHRINK), 0);
-    EXPECT_EQ(canvas.At(50, 90), kWhite);
-    SlideCanvas unshrunk(101, 101);
-    ASSERT_EQ(Draw(unshrunk, Lines(), 101, 101), 0);
-    EXPECT_EQ(unshrunk.At(50, 91), kWhite);
-    EXPECT_EQ(unshrunk.At(50, 90), kBlack);
-}
-
-TEST_F(SldBltPlacement, SunkenEdgeLiftsTheDrawingFourPixels)
-{
-    SlideCanvas canvas(100, 100);
-    ASSERT_EQ(Draw(canvas, Lines(), 100, 100, QM::SLD_SUNKEN), 0);
-    EXPECT_EQ(canvas.At(50, 86), kWhite);
-    EXPECT_EQ(canvas.At(50, 90), kBlack);
-    EXPECT_EQ(canvas.At(50, 46), kRed);
-    EXPECT_NE(canvas.At(0, 50), kBlack);
-    EXPECT_NE(canvas.At(0, 50), kUntouched);
-}
-
-class SldBltBackground : public SldBltTest {};
-
-TEST_F(SldBltBackground, ColourOnlyWithItsFlag)
-{
-    SlideCanvas plain(20, 20), coloured(20, 20);
-    ASSERT_EQ(Draw(plain, SlideWriter(10, 10), 20, 20), 0);
-    ASSERT_EQ(Draw(coloured, SlideWriter(10, 10), 20, 20, QM::SLD_BKCOLOR), 0);
-    EXPECT_EQ(plain.Count(kBlack), 400);
-    EXPECT_EQ(coloured.Count(background), 400);
-}
-
-TEST_F(SldBltBackground, FillAllCoversTheWholeTarget)
-{
-    SlideCanvas canvas(300, 100);
-    ASSERT_EQ(Draw(canvas, SlideWriter(100, 100), 300, 100, QM::SLD_FILLALL), 0);
-    EXPECT_EQ(canvas.Count(kBlack), 300 * 100);
-}
-
-TEST_F(SldBltBackground, NoBackLeavesTheContextAlone)
-{
-    SlideCanvas canvas(100, 100);
-    ASSERT_EQ(Draw(canvas, Lines(), 100, 100, QM::SLD_NOBACK), 0);
-    EXPECT_EQ(canvas.Count(kUntouched), 100 * 100 - 100 - 80);
-}
-
-class SldBltFill : public SldBltTest {};
-
-TEST_F(SldBltFill, PolygonPaintsWithTheCurrentColour)
-{
-    SlideCanvas canvas(100, 100);
-    SlideWriter slide(100, 100);
-    slide.Colour(3).FillMarker().Fill(20, 20).Fill(80, 20).Fill(80, 80).Fill(20, 80).FillMarker().End();
-    ASSERT_EQ(Draw(canvas, slide, 100, 100), 0);
-    EXPECT_EQ(canvas.At(50, 50), kGreen);
-    EXPECT_EQ(canvas.At(25, 75), kGreen);
-    EXPECT_EQ(canvas.At(10, 10), kBlack);
-    EXPECT_GT(canvas.Count(kGreen), 55 * 55);
-}
-
-TEST_F(SldBltFill, HighYMarkerClosesEachPolygon)
-{
-    SlideCanvas canvas(100, 100);
-    SlideWriter slide(100, 100);
-    slide.Fill(10, 10).Fill(40, 10).Fill(40, 40).Fill(10, 40).Fill(0, 0x1000);
-    slide.Colour(1).Fill(60, 60).Fill(90, 60).Fill(90, 90).Fill(60, 90).Fill(0, 0x2000).End();
-    ASSERT_EQ(Draw(canvas, slide, 100, 100), 0);
-    EXPECT_EQ(canvas.At(25, 75), kWhite);  // the fill brush starts white
-    EXPECT_EQ(canvas.At(75, 25), kRed);    // the colour record came between
-    EXPECT_EQ(canvas.At(50, 50), kBlack);
+    const CRect all(0, 0, 100, 100);
+    // A white line at y = 10 from x = 10 to 90 and a colour-1 one at y = 50
+    // across: 180 pixels lit at 1:1.
+    const std::string lines = SlideWriter(100, 100).Vector(10, 10, 90, 10).Colour(1).Vector(0, 50, 100, 50).End().Bytes();
+    const std::string margins = SlideWriter(100, 100).Vector(0, 0, 50, 0).Vector(0, 100, 100, 100).End().Bytes();
+    SlideWriter square(100, 100), twoFills(100, 100);
+    square.Colour(3).FillMarker().Fill(20, 20).Fill(80, 20).Fill(80, 80).Fill(20, 80).FillMarker().End();
+    twoFills.Fill(10, 10).Fill(40, 10).Fill(40, 40).Fill(10, 40).Fill(0, 0x1000);
+    twoFills.Colour(1).Fill(60, 60).Fill(90, 60).Fill(90, 90).Fill(60, 90).Fill(0, 0x2000).End();
+    const std::string zeroHighX = SlideWriter(0, 100).Vector(0, 50, 100, 50).End().Bytes();
+    const std::string zeroHighY = SlideWriter(100, 0).Vector(0, 50, 100, 50).End().Bytes();
+    const struct { const char* what; std::string slide; int w, h; UINT flags; std::vector<Probe> probes; } rows[] = {
+        {"a short file draws the background only", "AutoCAD Slide", 100, 100, 0, {Exactly(100 * 100, kBlack, all)}},
+        {"zero high X draws the background only", zeroHighX, 100, 100, 0, {Exactly(100 * 100, kBlack, all)}},
+        {"zero high Y draws the background only", zeroHighY, 100, 100, 0, {Exactly(100 * 100, kBlack, all)}},
+        {"colours come from the index, Y is flipped, the end point stays unlit", lines, 100, 100, 0,
+         {Pixel(50, 90, kWhite), Pixel(10, 90, kWhite), Pixel(90, 90, kBlack), Pixel(50, 10, kBlack),
+          Exactly(100, kRed, CRect(0, 50, 100, 51)), Exactly(100 * 100 - 180, kBlack, all)}},
+        {"scales with the target", lines, 200, 200, 0,
+         {Exactly(160, kWhite, CRect(0, 180, 200, 181)), Exactly(200, kRed, CRect(0, 100, 200, 101))}},
+        // The background runs from -cx/2 to W - cx/2: the right quarter of
+        // the target keeps what was there.
+        {"wide target centres horizontally with a shifted background", lines, 300, 100, 0,
+         {Exactly(100, kRed, CRect(0, 50, 300, 51)), Pixel(100, 50, kRed), Pixel(99, 50, kBlack),
+          Exactly(50 * 100, kUntouched, CRect(250, 0, 300, 100)), Pixel(249, 20, kBlack), Pixel(0, 20, kBlack)}},
+        {"tall target centres vertically with a shifted background", lines, 100, 300, 0,
+         {Exactly(100, kRed, CRect(0, 150, 100, 151)), Pixel(50, 190, kWhite), Pixel(50, 60, kBlack),
+          Exactly(100 * 50, kUntouched, CRect(0, 0, 100, 50)), Exactly(100 * 50, kUntouched, CRect(0, 250, 100, 300))}},
+        {"stretch scales each axis alone", lines, 300, 100, QM::SLD_STRETCH,
+         {Exactly(300, kRed, CRect(0, 50, 300, 51)), Exactly(240, kWhite, CRect(0, 90, 300, 91))}},
+        {"shrink takes one pixel off width and height", lines, 101, 101, QM::SLD_SHRINK,
+         {Pixel(50, 90, kWhite)}},
+        {"unshrunk", lines, 101, 101, 0, {Pixel(50, 91, kWhite), Pixel(50, 90, kBlack)}},
+        {"the sunken edge lifts the drawing four pixels", lines, 100, 100, QM::SLD_SUNKEN,
+         {Pixel(50, 86, kWhite), Pixel(50, 90, kBlack), Pixel(50, 46, kRed), NotPixel(0, 50, kBlack),
+          NotPixel(0, 50, kUntouched)}},
+        {"the background colour needs its flag", lines, 100, 100, QM::SLD_BKCOLOR,
+         {Exactly(100 * 100 - 180, kBlue, all)}},
+        {"fill-all covers the whole target", lines, 300, 100, QM::SLD_FILLALL,
+         {Exactly(300 * 100 - 180, kBlack, CRect(0, 0, 300, 100))}},
+        {"no-back leaves the context alone", lines, 100, 100, QM::SLD_NOBACK,
+         {Exactly(100 * 100 - 180, kUntouched, all)}},
+        {"margins inset both sides", margins, 120, 140, QM::SLD_LEFT | QM::SLD_TOP,
+         {Exactly(50, kWhite, CRect(0, 120, 120, 121)), Pixel(10, 120, kWhite), Pixel(5, 50, kUntouched),
+          Exactly(100, kWhite, CRect(0, 20, 120, 21)), Exactly(100 * 100 - 100, kBlack, CRect(0, 0, 120, 140)),
+          Pixel(115, 50, kUntouched)}},
+        {"a fill paints with the current colour", square.Bytes(), 100, 100, 0,
+         {Pixel(50, 50, kGreen), Pixel(25, 75, kGreen), Pixel(10, 10, kBlack), MoreThan(55 * 55, kGreen, all)}},
+        // The fill brush starts white; the colour record between the polygons
+        // turns the second one red.
+        {"any high-Y marker closes a polygon", twoFills.Bytes(), 100, 100, 0,
+         {Pixel(25, 75, kWhite), Pixel(75, 25, kRed), Pixel(50, 50, kBlack)}},
+    };
+    for (const auto& row : rows) {
+        SlideCanvas canvas(row.w, row.h);
+        ASSERT_EQ(Draw(canvas, dir.WriteFile(L"t.sld", row.slide), row.flags), 0) << row.what;
+        canvas.Expect(row.probes, row.what);
+        EXPECT_EQ(::GetCurrentObject(canvas.dc, OBJ_PEN), ::GetStockObject(BLACK_PEN)) << row.what;
+    }
 }
 
 TEST(SlideStructLayout, MembersSitWhereOldCallersPutThem)

@@ -10,6 +10,7 @@
 #include "support/SlideWriter.h"
 #include "support/TempDir.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <string>
@@ -18,59 +19,32 @@
 namespace {
 
 using qmtest::SlideWriter;
+const int kHighX = 199, kHighY = 149, kWidth = kHighX + 1, kHeight = kHighY + 1;
+using LitMap = std::vector<bool>;  // kWidth x kHeight, row by row
 
 // The Unix path of a Windows path through Wine's own kernel32 export.
 std::string UnixPath(const CString& path)
 {
-    typedef char*(__cdecl * ToUnix)(const wchar_t*);
+    using ToUnix = char*(__cdecl*)(const wchar_t*);
     const auto toUnix = reinterpret_cast<ToUnix>(
         reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"kernel32.dll"), "wine_get_unix_file_name")));
-    if (toUnix == nullptr)
-        return std::string();
-    char* unixName = toUnix(path);
-    if (unixName == nullptr)
-        return std::string();
-    std::string result(unixName);
-    ::HeapFree(::GetProcessHeap(), 0, unixName);
+    char* name = toUnix ? toUnix(path) : nullptr;
+    const std::string result = name ? name : "";
+    if (name)
+        ::HeapFree(::GetProcessHeap(), 0, name);
     return result;
-}
-
-// Lit pixels of a picture, row by row.
-struct LitMap
-{
-    int width = 0, height = 0;
-    std::vector<std::uint8_t> lit;
-    bool At(int x, int y) const { return x >= 0 && y >= 0 && x < width && y < height && lit[y * width + x]; }
-};
-
-// Parses a binary PPM (P6, maxval 255, no comments: what sldtoppm writes).
-bool ParsePpm(const std::string& bytes, LitMap& map)
-{
-    int maxval = 0, consumed = 0;
-    if (std::sscanf(bytes.c_str(), "P6 %d %d %d%n", &map.width, &map.height, &maxval, &consumed) != 3 || maxval != 255)
-        return false;
-    const std::size_t start = static_cast<std::size_t>(consumed) + 1;
-    const std::size_t pixels = static_cast<std::size_t>(map.width) * map.height;
-    if (bytes.size() < start + 3 * pixels)
-        return false;
-    map.lit.resize(pixels);
-    for (std::size_t i = 0; i < pixels; ++i)
-        map.lit[i] = bytes[start + 3 * i] || bytes[start + 3 * i + 1] || bytes[start + 3 * i + 2];
-    return true;
 }
 
 // Lit pixels of `a` farther than one pixel from any lit pixel of `b`.
 int Unmatched(const LitMap& a, const LitMap& b)
 {
     int misses = 0;
-    for (int y = 0; y < a.height; ++y)
-        for (int x = 0; x < a.width; ++x) {
-            if (!a.At(x, y))
-                continue;
-            bool matched = false;
-            for (int dy = -1; dy <= 1 && !matched; ++dy)
-                for (int dx = -1; dx <= 1 && !matched; ++dx)
-                    matched = b.At(x + dx, y + dy);
+    for (int y = 0; y < kHeight; ++y)
+        for (int x = 0; x < kWidth; ++x) {
+            bool matched = !a[y * kWidth + x];
+            for (int nx = x - 1; nx <= x + 1; ++nx)
+                for (int ny = y - 1; ny <= y + 1; ++ny)
+                    matched = matched || (nx >= 0 && ny >= 0 && nx < kWidth && ny < kHeight && b[ny * kWidth + nx]);
             misses += matched ? 0 : 1;
         }
     return misses;
@@ -79,17 +53,17 @@ int Unmatched(const LitMap& a, const LitMap& b)
 class SldtoppmCompare : public ::testing::Test
 {
 protected:
-    static const int kHighX = 199, kHighY = 149;
-
-    // Runs sldtoppm on `sld` and waits for its picture; the shell writes to a
-    // temporary name first so that a half-written file is never read.
+    // Runs sldtoppm on `sld` and reads its picture, a binary PPM with maxval
+    // 255 and no comments. The shell writes to a temporary name first so
+    // that a half-written file is never read.
     bool Reference(const CString& sld, LitMap& map)
     {
         const CString ppm = dir.Path() + L"ref.ppm";
-        const std::string script = "sldtoppm '" + UnixPath(sld) + "' > '" + UnixPath(ppm) + ".part' 2>/dev/null && mv '" +
-                                   UnixPath(ppm) + ".part' '" + UnixPath(ppm) + "'\n";
-        const CString scriptPath = dir.WriteFile(L"ref.sh", script);
-        CString command = L"start.exe /unix /bin/sh " + CString(UnixPath(scriptPath).c_str());
+        ::DeleteFileW(ppm);  // left by the previous comparison
+        const std::string out = "'" + UnixPath(ppm) + "'";
+        const CString script = dir.WriteFile(
+            L"ref.sh", "sldtoppm '" + UnixPath(sld) + "' > " + out + ".part 2>/dev/null && mv " + out + ".part " + out + "\n");
+        CString command = L"start.exe /unix /bin/sh " + CString(UnixPath(script).c_str());
         STARTUPINFOW si{};
         si.cb = sizeof(si);
         PROCESS_INFORMATION pi{};
@@ -100,83 +74,60 @@ protected:
         ::CloseHandle(pi.hProcess);
         for (int waited = 0; waited < 20000 && !QM::IsExist(ppm); waited += 50)
             ::Sleep(50);
-        return ParsePpm(qmtest::TempDir::ReadFile(ppm), map);
+        const std::string bytes = qmtest::TempDir::ReadFile(ppm);
+        int width = 0, height = 0, maxval = 0, start = 0;
+        if (std::sscanf(bytes.c_str(), "P6 %d %d %d%n", &width, &height, &maxval, &start) != 3 || maxval != 255 ||
+            width != kWidth || height != kHeight || bytes.size() < start + 1 + 3u * kWidth * kHeight)
+            return false;
+        for (std::size_t i = start + 1; i < start + 1 + 3u * kWidth * kHeight; i += 3)
+            map.push_back(bytes[i] || bytes[i + 1] || bytes[i + 2]);
+        return true;
     }
 
-    LitMap Ours(const CString& sld)
-    {
-        qmtest::SlideCanvas canvas(kHighX + 1, kHighY + 1);
-        QM::slideStruct s{};
-        s.pDC = &canvas.dc;
-        s.nRight = kHighX;
-        s.nBottom = kHighY;
-        s.lpszFileName = sld;
-        s.nFlags = QM::SLD_FILLALL;
-        EXPECT_EQ(QM::SldBlt(&s), 0);
-        LitMap map;
-        map.width = kHighX + 1;
-        map.height = kHighY + 1;
-        map.lit.resize(static_cast<std::size_t>(map.width) * map.height);
-        for (int y = 0; y < map.height; ++y)
-            for (int x = 0; x < map.width; ++x)
-                map.lit[y * map.width + x] = canvas.At(x, y) != qmtest::kBlack && canvas.At(x, y) != qmtest::kUntouched;
-        return map;
-    }
-
-    void Compare(const SlideWriter& slide)
+    void Compare(const SlideWriter& slide, const char* what)
     {
         const CString sld = dir.WriteFile(L"cmp.sld", slide.Bytes());
-        LitMap reference;
-        ASSERT_TRUE(Reference(sld, reference)) << "sldtoppm (package netpbm) gave no picture";
-        const LitMap ours = Ours(sld);
-        ASSERT_EQ(reference.width, ours.width);
-        ASSERT_EQ(reference.height, ours.height);
-        int litOurs = 0;
-        for (std::uint8_t v : ours.lit)
-            litOurs += v;
-        EXPECT_GT(litOurs, 100);
-        EXPECT_EQ(Unmatched(ours, reference), 0);
-        EXPECT_EQ(Unmatched(reference, ours), 0);
+        LitMap reference, ours;
+        ASSERT_TRUE(Reference(sld, reference)) << what << ": sldtoppm (package netpbm) gave no picture of 200 x 150";
+        qmtest::SlideCanvas canvas(kWidth, kHeight);
+        QM::slideStruct s{0, &canvas.dc, 0, 0, kHighX, kHighY, sld, 0, QM::SLD_FILLALL};
+        ASSERT_EQ(QM::SldBlt(&s), 0) << what;
+        for (int y = 0; y < kHeight; ++y)
+            for (int x = 0; x < kWidth; ++x)
+                ours.push_back(canvas.At(x, y) != qmtest::kBlack && canvas.At(x, y) != qmtest::kUntouched);
+        EXPECT_GT(std::count(ours.begin(), ours.end(), true), 100) << what;
+        EXPECT_EQ(Unmatched(ours, reference), 0) << what;
+        EXPECT_EQ(Unmatched(reference, ours), 0) << what;
     }
 
     // A small deterministic generator, so a failure can be replayed.
     unsigned Next() { return m_seed = m_seed * 1103515245u + 12345u, (m_seed >> 16) & 0x7FFF; }
+    int Delta() { return static_cast<int>(Next() % 41) - 20; }
 
     qmtest::TempDir dir;
     unsigned m_seed = 20020121u;
 };
 
-TEST_F(SldtoppmCompare, AbsoluteVectorsAndColours)
+TEST_F(SldtoppmCompare, VectorsColoursAndFillsMatch)
 {
-    SlideWriter slide(kHighX, kHighY);
+    SlideWriter absolute(kHighX, kHighY), relative(kHighX, kHighY), fills(kHighX, kHighY);
     for (int i = 0; i < 60; ++i) {
         if (i % 7 == 0)
-            slide.Colour(static_cast<std::uint8_t>(1 + Next() % 255));
-        slide.Vector(Next() % (kHighX + 1), Next() % (kHighY + 1), Next() % (kHighX + 1), Next() % (kHighY + 1));
+            absolute.Colour(static_cast<std::uint8_t>(1 + Next() % 255));
+        absolute.Vector(Next() % kWidth, Next() % kHeight, Next() % kWidth, Next() % kHeight);
     }
-    Compare(slide.End());
-}
-
-TEST_F(SldtoppmCompare, OffsetAndEndpointVectors)
-{
-    SlideWriter slide(kHighX, kHighY);
     for (int i = 0; i < 12; ++i) {
-        slide.Colour(static_cast<std::uint8_t>(1 + i * 20)).Vector(60 + Next() % 80, 40 + Next() % 70, 100, 75);
+        relative.Colour(static_cast<std::uint8_t>(1 + i * 20)).Vector(60 + Next() % 80, 40 + Next() % 70, 100, 75);
         for (int j = 0; j < 5; ++j)
-            slide.Endpoint(static_cast<int>(Next() % 41) - 20, static_cast<int>(Next() % 41) - 20);
-        slide.Offset(static_cast<int>(Next() % 41) - 20, static_cast<int>(Next() % 41) - 20,
-                     static_cast<int>(Next() % 41) - 20, static_cast<int>(Next() % 41) - 20);
+            relative.Endpoint(Delta(), Delta());
+        relative.Offset(Delta(), Delta(), Delta(), Delta());
     }
-    Compare(slide.End());
-}
-
-TEST_F(SldtoppmCompare, SolidFills)
-{
-    SlideWriter slide(kHighX, kHighY);
-    slide.Colour(3).Fill(4, 0xFFFF).Fill(10, 10).Fill(90, 20).Fill(80, 120).Fill(20, 100).Fill(0, 0xFFFF);
-    slide.Colour(5).Fill(3, 0xFFFF).Fill(120, 10).Fill(190, 70).Fill(130, 140).Fill(0, 0xFFFF);
-    slide.Colour(7).Vector(0, 0, kHighX, kHighY);
-    Compare(slide.End());
+    fills.Colour(3).Fill(4, 0xFFFF).Fill(10, 10).Fill(90, 20).Fill(80, 120).Fill(20, 100).Fill(0, 0xFFFF);
+    fills.Colour(5).Fill(3, 0xFFFF).Fill(120, 10).Fill(190, 70).Fill(130, 140).Fill(0, 0xFFFF);
+    fills.Colour(7).Vector(0, 0, kHighX, kHighY);
+    Compare(absolute.End(), "absolute vectors and colours");
+    Compare(relative.End(), "offset and endpoint vectors");
+    Compare(fills.End(), "solid fills");
 }
 
 }  // namespace

@@ -1,36 +1,51 @@
-// SlideCanvas.h - a 32-bit memory bitmap for slide drawing tests, pre-filled
-// with a colour the renderer never uses, read back pixel by pixel.
+// SlideCanvas.h - reads slide drawings back pixel by pixel: a 32-bit memory
+// bitmap pre-filled with a colour the renderer never uses, or a bitmap that
+// SldBltEx made, and the pixel counts a drawing test expects of it.
 #pragma once
 #include <QMUtil.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
 
 namespace qmtest {
 
 const COLORREF kUntouched = RGB(0x12, 0x34, 0x56);
-const COLORREF kWhite = RGB(255, 255, 255);
-const COLORREF kBlack = RGB(0, 0, 0);
+const COLORREF kWhite = RGB(255, 255, 255), kBlack = RGB(0, 0, 0), kGrey = RGB(128, 128, 128);
+const COLORREF kRed = RGB(255, 0, 0), kGreen = RGB(0, 255, 0), kBlue = RGB(0, 0, 255);
+
+// Between `min` and `max` pixels of `colour` inside `rect`.
+struct Probe { CRect rect; COLORREF colour; int min, max; };
+inline Probe Pixel(int x, int y, COLORREF c) { return {CRect(x, y, x + 1, y + 1), c, 1, 1}; }
+inline Probe NotPixel(int x, int y, COLORREF c) { return {CRect(x, y, x + 1, y + 1), c, 0, 0}; }
+inline Probe Exactly(int n, COLORREF c, const CRect& rect) { return {rect, c, n, n}; }
+inline Probe MoreThan(int n, COLORREF c, const CRect& rect) { return {rect, c, n + 1, INT_MAX}; }
 
 class SlideCanvas
 {
 public:
-    SlideCanvas(int width, int height, COLORREF fill = kUntouched) : m_width(width), m_height(height)
+    SlideCanvas(int w, int h) : width(w), height(h)
     {
         dc.CreateCompatibleDC(nullptr);
-        BITMAPINFO info{};
-        info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
-        info.bmiHeader.biWidth = width;
-        info.bmiHeader.biHeight = -height;
-        info.bmiHeader.biPlanes = 1;
-        info.bmiHeader.biBitCount = 32;
+        BITMAPINFO info{{sizeof(BITMAPINFOHEADER), w, -h, 1, 32, BI_RGB, 0, 0, 0, 0, 0}, {}};
         void* bits = nullptr;
         m_bitmap.Attach(::CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
         m_old = dc.SelectObject(m_bitmap.m_hObject);
-        CBrush brush(fill);
-        dc.FillRect(CRect(0, 0, width, height), &brush);
+        CBrush brush(kUntouched);
+        dc.FillRect(CRect(0, 0, w, h), &brush);
+    }
+    explicit SlideCanvas(CBitmap& bitmap)
+    {
+        BITMAP info{};
+        bitmap.GetBitmap(&info);
+        width = info.bmWidth;
+        height = info.bmHeight;
+        dc.CreateCompatibleDC(nullptr);
+        m_old = dc.SelectObject(bitmap.m_hObject);
     }
     ~SlideCanvas() { dc.SelectObject(m_old); }
 
     COLORREF At(int x, int y) const { return dc.GetPixel(x, y); }
-    // Pixels of `colour` inside `rect`.
     int Count(COLORREF colour, const CRect& rect) const
     {
         int n = 0;
@@ -39,39 +54,19 @@ public:
                 n += At(x, y) == colour ? 1 : 0;
         return n;
     }
-    int Count(COLORREF colour) const { return Count(colour, CRect(0, 0, m_width, m_height)); }
+    void Expect(const std::vector<Probe>& probes, const std::string& what) const
+    {
+        for (std::size_t i = 0; i < probes.size(); ++i) {
+            const int n = Count(probes[i].colour, probes[i].rect);
+            EXPECT_TRUE(n >= probes[i].min && n <= probes[i].max) << what << ", probe " << i << ": " << n << " pixels";
+        }
+    }
 
     CDC dc;
+    int width = 0, height = 0;
 
 private:
-    int m_width, m_height;
     CBitmap m_bitmap;
-    HGDIOBJ m_old = nullptr;
-};
-
-// Reads a bitmap made by SldBltEx through a context of its own.
-class BitmapReader
-{
-public:
-    explicit BitmapReader(CBitmap& bitmap)
-    {
-        dc.CreateCompatibleDC(nullptr);
-        m_old = dc.SelectObject(bitmap.m_hObject);
-    }
-    ~BitmapReader() { dc.SelectObject(m_old); }
-    COLORREF At(int x, int y) const { return dc.GetPixel(x, y); }
-    int Count(COLORREF colour, const CRect& rect) const
-    {
-        int n = 0;
-        for (int y = rect.top; y < rect.bottom; ++y)
-            for (int x = rect.left; x < rect.right; ++x)
-                n += At(x, y) == colour ? 1 : 0;
-        return n;
-    }
-
-    CDC dc;
-
-private:
     HGDIOBJ m_old = nullptr;
 };
 
