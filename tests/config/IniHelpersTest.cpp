@@ -7,45 +7,49 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace {
 
 using qmtest::Ansi;
 using qmtest::Profile;
+using Strings = std::vector<std::wstring>;
 
-CStringArray Array(std::initializer_list<const wchar_t*> items)
+CStringArray Array(const Strings& items)
 {
     CStringArray out;
-    for (const wchar_t* item : items)
-        out.Add(item);
+    for (const std::wstring& item : items)
+        out.Add(item.c_str());
     return out;
 }
 
-class WriteIniTest : public ::testing::Test
+Strings Items(const CStringArray& array)
+{
+    return Strings(array.GetData(), array.GetData() + array.GetSize());
+}
+
+class IniHelpersTest : public ::testing::Test
 {
 protected:
     qmtest::TempDir dir;
 };
 
-TEST_F(WriteIniTest, WritesEveryKeyOfTheSectionAndCreatesTheFile)
+TEST_F(IniHelpersTest, WriteIniReplacesKeysInPlaceCreatesAMissingFileButNeverTakesWinIni)
 {
-    const CString path = dir.Path() + L"new.ini";
-    QM::WriteIni(L"Software", Array({L"Name", L"颜色"}), Array({L"塔维", L"红"}), path);
-    EXPECT_EQ(Profile(L"software", L"NAME", path), CString(L"塔维"));
-    EXPECT_EQ(Profile(L"Software", L"颜色", path), CString(L"红"));
-    EXPECT_NE(qmtest::TempDir::ReadFile(path).find(Ansi(L"[Software]")), std::string::npos);
-}
-
-TEST_F(WriteIniTest, ReplacesAKeyInPlaceAndKeepsTheOthers)
-{
+    EXPECT_FALSE(QM::WriteIni(L"S", Array({L"A"}), Array({L"1"}), nullptr));
+    EXPECT_FALSE(QM::WriteIni(L"S", Array({L"A"}), Array({L"1"}), L""));
     const CString path = dir.WriteFile(L"a.ini", "[S]\r\nA=1\r\nB=2\r\n[T]\r\nA=3\r\n");
-    QM::WriteIni(L"S", Array({L"a"}), Array({L"9"}), path);
+    const CString fresh = dir.Path() + L"new.ini";
+    QM::WriteIni(L"S", Array({L"a", L"颜色"}), Array({L"9", L"红"}), path);
+    QM::WriteIni(L"Software", Array({L"Name"}), Array({L"塔维"}), fresh);
     EXPECT_EQ(Profile(L"S", L"A", path), CString(L"9"));
+    EXPECT_EQ(Profile(L"S", L"颜色", path), CString(L"红"));
     EXPECT_EQ(Profile(L"S", L"B", path), CString(L"2"));
     EXPECT_EQ(Profile(L"T", L"A", path), CString(L"3"));
+    EXPECT_NE(qmtest::TempDir::ReadFile(fresh).find(Ansi(L"[Software]\r\nName=塔维")), std::string::npos);
 }
 
-TEST_F(WriteIniTest, FewerValuesThanKeysThrowsAfterWritingTheKeysBefore)
+TEST_F(IniHelpersTest, WriteIniWithFewerValuesThanKeysThrowsAfterWritingTheKeysBefore)
 {
     const CString path = dir.Path() + L"short.ini";
     bool thrown = false;
@@ -60,67 +64,38 @@ TEST_F(WriteIniTest, FewerValuesThanKeysThrowsAfterWritingTheKeysBefore)
     EXPECT_EQ(Profile(L"S", L"B", path), CString(L"<absent>"));
 }
 
-TEST_F(WriteIniTest, NullOrEmptyPathWritesNothing)
-{
-    EXPECT_FALSE(QM::WriteIni(L"S", Array({L"A"}), Array({L"1"}), nullptr));
-    EXPECT_FALSE(QM::WriteIni(L"S", Array({L"A"}), Array({L"1"}), L""));
-}
-
-class ReadIniTest : public ::testing::Test
+class ReadIniTest : public IniHelpersTest
 {
 protected:
-    void SetUp() override
-    {
-        path = dir.WriteFile(L"r.ini", Ansi(L"[图层]\r\nZ=26\r\n颜色=红\r\nA = spaced  \r\n; note\r\nEmpty=\r\n"
-                                            L"[Case]\r\nKey=first\r\nKEY=second\r\n"));
-    }
-
-    qmtest::TempDir dir;
-    CString path;
+    const CString path = dir.WriteFile(L"r.ini", Ansi(L"[图层]\r\nZ=26\r\n颜色=红\r\nA = spaced  \r\n; note\r\n"
+                                                      L"Empty=\r\n[Case]\r\nKey=first\r\nKEY=second\r\n"));
 };
 
-TEST_F(ReadIniTest, EmptyKeyListIsFilledInFileOrder)
+TEST_F(ReadIniTest, AnEmptyKeyListIsFilledInFileOrderAndGivenKeysAreReadInTheirs)
 {
     CStringArray keys, values = Array({L"junk"});
     EXPECT_TRUE(QM::ReadIni(L"图层", keys, values, path));
-    ASSERT_EQ(keys.GetSize(), 4);
-    EXPECT_EQ(keys[0], CString(L"Z"));
-    EXPECT_EQ(keys[1], CString(L"颜色"));
-    EXPECT_EQ(keys[2], CString(L"A"));
-    EXPECT_EQ(keys[3], CString(L"Empty"));
-    ASSERT_EQ(values.GetSize(), 4);
-    EXPECT_EQ(values[0], CString(L"26"));
-    EXPECT_EQ(values[1], CString(L"红"));
-    EXPECT_EQ(values[2], CString(L"spaced"));
-    EXPECT_EQ(values[3], CString(L""));
-}
-
-TEST_F(ReadIniTest, GivenKeysAreReadInTheirOrderAndMissingOnesAreEmpty)
-{
-    CStringArray keys = Array({L"颜色", L"nothing", L"z"}), values;
+    EXPECT_EQ(Items(keys), (Strings{L"Z", L"颜色", L"A", L"Empty"}));
+    EXPECT_EQ(Items(values), (Strings{L"26", L"红", L"spaced", L""}));
+    keys = Array({L"颜色", L"nothing", L"z"});
     EXPECT_TRUE(QM::ReadIni(L"图层", keys, values, path));
-    ASSERT_EQ(keys.GetSize(), 3);
-    ASSERT_EQ(values.GetSize(), 3);
-    EXPECT_EQ(values[0], CString(L"红"));
-    EXPECT_EQ(values[1], CString(L""));
-    EXPECT_EQ(values[2], CString(L"26"));
+    EXPECT_EQ(Items(keys), (Strings{L"颜色", L"nothing", L"z"}));
+    EXPECT_EQ(Items(values), (Strings{L"红", L"", L"26"}));
 }
 
-TEST_F(ReadIniTest, MissingFileSectionOrPathGiveEmptyArraysAndTrue)
+TEST_F(ReadIniTest, AMissingFileSectionOrPathGivesEmptyArraysAndTrue)
 {
-    CStringArray keys, values = Array({L"junk"});
-    EXPECT_TRUE(QM::ReadIni(L"图层", keys, values, dir.Path() + L"none.ini"));
-    EXPECT_EQ(keys.GetSize(), 0);
-    EXPECT_EQ(values.GetSize(), 0);
-    EXPECT_TRUE(QM::ReadIni(L"Nowhere", keys, values, path));
-    EXPECT_EQ(keys.GetSize(), 0);
-    EXPECT_TRUE(QM::ReadIni(nullptr, keys, values, path));
-    EXPECT_EQ(keys.GetSize(), 0);
-    EXPECT_TRUE(QM::ReadIni(L"图层", keys, values, nullptr));
-    EXPECT_EQ(keys.GetSize(), 0);
+    const CString missing = dir.Path() + L"none.ini";
+    const struct { const wchar_t* section; const wchar_t* path; } rows[] = {
+        {L"图层", missing}, {L"Nowhere", path}, {nullptr, path}, {L"图层", nullptr}, {L"图层", L""}};
+    for (const auto& row : rows) {
+        CStringArray keys, values = Array({L"junk"});
+        EXPECT_TRUE(QM::ReadIni(row.section, keys, values, row.path)) << row.section << " " << row.path;
+        EXPECT_EQ(keys.GetSize() + values.GetSize(), 0) << row.section << " " << row.path;
+    }
 }
 
-TEST_F(ReadIniTest, MapFormUpperCasesKeysAndMergesKeysDifferingInCase)
+TEST_F(ReadIniTest, TheMapFormUpperCasesKeysOnlyWhenAsked)
 {
     CMapStringToString map;
     map[L"STALE"] = L"x";
@@ -128,130 +103,54 @@ TEST_F(ReadIniTest, MapFormUpperCasesKeysAndMergesKeysDifferingInCase)
     EXPECT_EQ(map.GetCount(), 1);
     CString value;
     EXPECT_TRUE(map.Lookup(L"KEY", value));
-    // The platform answers every spelling of a key with its first occurrence.
-    EXPECT_EQ(value, CString(L"first"));
-}
-
-TEST_F(ReadIniTest, MapFormKeepsTheFileSpellingWithoutUpperKeys)
-{
-    CMapStringToString map;
+    EXPECT_EQ(value, CString(L"first"));   // the platform answers every spelling with the first
     EXPECT_TRUE(QM::ReadIni(L"图层", map, path, false));
     EXPECT_EQ(map.GetCount(), 4);
-    CString value;
     EXPECT_TRUE(map.Lookup(L"Empty", value));
     EXPECT_FALSE(map.Lookup(L"EMPTY", value));
     EXPECT_FALSE(QM::ReadIni(L"Nowhere", map, path, true));
     EXPECT_TRUE(map.IsEmpty());
 }
 
-class TextFileTest : public ::testing::Test
-{
-protected:
-    qmtest::TempDir dir;
-};
+using Reader = QM::FO_ErrorStatus (*)(const wchar_t*, CStringArray&, bool, const wchar_t*, HWND);
+const Reader kStrict = QM::ReadTextFileToStringArray, kLenient = QM::ReadTextFileToStringArray2;
 
-TEST_F(TextFileTest, CommentAndEmptyLineRulesOfBothReaders)
+TEST_F(IniHelpersTest, TheTwoLineReadersTrimSkipCommentsAndTreatEmptyAndLongLinesTheirOwnWay)
 {
-    const CString path = dir.WriteFile(L"t.txt", "a\r\n\r\n  b  \r\n//c\r\n;d\r\n");
-    CStringArray lines;
-    EXPECT_EQ(QM::ReadTextFileToStringArray(path, lines, true), QM::FO_Success);
-    ASSERT_EQ(lines.GetSize(), 2);
-    EXPECT_EQ(lines[0], CString(L"a"));
-    EXPECT_EQ(lines[1], CString(L"b"));
-
-    EXPECT_EQ(QM::ReadTextFileToStringArray2(path, lines, true), QM::FO_Success);
-    ASSERT_EQ(lines.GetSize(), 3);
-    EXPECT_EQ(lines[0], CString(L"a"));
-    EXPECT_EQ(lines[1], CString(L""));
-    EXPECT_EQ(lines[2], CString(L"b"));
-}
-
-TEST_F(TextFileTest, CommentsAreKeptWhenNotSkippedAndOnlyLeadingMarkersCount)
-{
-    const CString path = dir.WriteFile(L"t.txt", "\t//c\r\nx // y\r\n;d\n/ e");
-    CStringArray lines;
-    EXPECT_EQ(QM::ReadTextFileToStringArray(path, lines, false), QM::FO_Success);
-    ASSERT_EQ(lines.GetSize(), 4);
-    EXPECT_EQ(lines[0], CString(L"//c"));
-    EXPECT_EQ(lines[3], CString(L"/ e"));   // a last line without its line end
-    EXPECT_EQ(QM::ReadTextFileToStringArray(path, lines, true), QM::FO_Success);
-    ASSERT_EQ(lines.GetSize(), 2);
-    EXPECT_EQ(lines[0], CString(L"x // y"));
-    EXPECT_EQ(lines[1], CString(L"/ e"));
-}
-
-TEST_F(TextFileTest, ChineseLinesRoundTripInCodePage936)
-{
-    ASSERT_EQ(GetACP(), 936u) << "the test prefix runs with LANG=zh_CN.UTF-8";
-    const CString path = dir.Path() + L"zh.txt";
-    CStringArray lines = Array({L"图层 颜色", L"塔维提示！"});
-    ASSERT_EQ(QM::WriteStringArrayToTextFile(path, lines, false), QM::FO_Success);
-    // GBK: 图 CDBC, 层 B2E3, 颜 D1D5, 色 C9AB.
-    EXPECT_EQ(qmtest::TempDir::ReadFile(path).substr(0, 11), std::string("\xCD\xBC\xB2\xE3 \xD1\xD5\xC9\xAB\r\n"));
-    CStringArray back;
-    EXPECT_EQ(QM::ReadTextFileToStringArray(path, back, true), QM::FO_Success);
-    ASSERT_EQ(back.GetSize(), 2);
-    EXPECT_EQ(back[0], CString(L"图层 颜色"));
-    EXPECT_EQ(back[1], CString(L"塔维提示！"));
-}
-
-TEST_F(TextFileTest, WriteTrimsTrailingBlanksAndEndsLinesWithCrLf)
-{
-    const CString path = dir.Path() + L"w.txt";
-    CStringArray lines = Array({L"x  ", L"y", L"  z", L""});
-    ASSERT_EQ(QM::WriteStringArrayToTextFile(path, lines, false), QM::FO_Success);
-    EXPECT_EQ(qmtest::TempDir::ReadFile(path), std::string("x\r\ny\r\n  z\r\n\r\n"));
-}
-
-TEST_F(TextFileTest, WriteKeepsOrReplacesAnExistingFile)
-{
-    const CString path = dir.WriteFile(L"w.txt", "old\r\n");
-    CStringArray lines = Array({L"new"});
-    EXPECT_EQ(QM::WriteStringArrayToTextFile(path, lines, true), QM::FO_FileExists);
-    EXPECT_EQ(qmtest::TempDir::ReadFile(path), std::string("old\r\n"));
-    EXPECT_EQ(QM::WriteStringArrayToTextFile(path, lines, false), QM::FO_Success);
-    EXPECT_EQ(qmtest::TempDir::ReadFile(path), std::string("new\r\n"));
-}
-
-TEST_F(TextFileTest, WriteIntoMissingFolderCannotCreate)
-{
-    CStringArray lines = Array({L"a"});
-    EXPECT_EQ(QM::WriteStringArrayToTextFile(dir.Path() + L"no\\such\\f.txt", lines, false), QM::FO_OpenWriteFailed);
-    EXPECT_EQ(QM::WriteStringArrayToTextFile(nullptr, lines, false), QM::FO_OpenWriteFailed);
-}
-
-TEST_F(TextFileTest, WriteOverAFileThatCannotBeDeletedThrowsFileException)
-{
-    const CString path = dir.WriteFile(L"ro.txt", "keep\r\n");
-    ASSERT_TRUE(SetFileAttributesW(path, FILE_ATTRIBUTE_READONLY));
-    CStringArray lines = Array({L"new"});
-    bool thrown = false;
-    try {
-        QM::WriteStringArrayToTextFile(path, lines, false);
-    } catch (CFileException* e) {
-        thrown = true;
-        EXPECT_EQ(e->m_cause, CFileException::accessDenied);
-        e->Delete();
+    const std::string comments = "\t//c\r\nx // y\r\n;d\n/ e", blanks = "a\r\n\r\n  b  \r\n//c\r\n;d\r\n";
+    const std::wstring x57(40957, L'x'), x58(40958, L'x');
+    const struct { std::string content; Reader read; bool skip; QM::FO_ErrorStatus status; Strings lines; } rows[] = {
+        {blanks, kStrict, true, QM::FO_Success, {L"a", L"b"}},
+        {blanks, kLenient, true, QM::FO_Success, {L"a", L"", L"b"}},
+        {comments, kStrict, false, QM::FO_Success, {L"//c", L"x // y", L";d", L"/ e"}},
+        {comments, kStrict, true, QM::FO_Success, {L"x // y", L"/ e"}},
+        {"a\r\n\r\n", kLenient, false, QM::FO_Success, {L"a", L""}},
+        {"", kLenient, false, QM::FO_Success, {}},
+        // 40958 bytes fit; a longer line fails the strict reader and empties the lines, while the
+        // lenient one cuts it where the double-byte 中 would otherwise be split.
+        {std::string(40958, 'x') + "\r\nnext\r\n", kStrict, true, QM::FO_Success, {x58, L"next"}},
+        {"first\r\n" + std::string(40959, 'x') + "\r\nlast\r\n", kStrict, true, QM::FO_ReadFailed, {}},
+        {std::string(40957, 'x') + Ansi(L"中文") + "\r\nlast\r\n", kLenient, true, QM::FO_Success,
+         {x57, L"中文", L"last"}},
+    };
+    for (size_t i = 0; i < sizeof rows / sizeof rows[0]; ++i) {
+        CStringArray lines = Array({L"old"});
+        EXPECT_EQ(rows[i].read(dir.WriteFile(L"t.txt", rows[i].content), lines, rows[i].skip, nullptr, nullptr),
+                  rows[i].status) << "row " << i;
+        EXPECT_EQ(Items(lines), rows[i].lines) << "row " << i;
     }
-    EXPECT_TRUE(thrown);
-    EXPECT_EQ(qmtest::TempDir::ReadFile(path), std::string("keep\r\n"));
 }
 
-TEST_F(TextFileTest, MissingFileFailsAndLeavesLinesUntouched)
+TEST_F(IniHelpersTest, AMissingFileLeavesTheLinesAloneAndShowsTheGivenTextInAnErrorBox)
 {
+    const CString missing = dir.Path() + L"none.txt";
     CStringArray lines = Array({L"kept"});
-    EXPECT_EQ(QM::ReadTextFileToStringArray(dir.Path() + L"none.txt", lines, true), QM::FO_ReadFailed);
-    EXPECT_EQ(QM::ReadTextFileToStringArray2(dir.Path() + L"none.txt", lines, true), QM::FO_ReadFailed);
-    ASSERT_EQ(lines.GetSize(), 1);
-    EXPECT_EQ(lines[0], CString(L"kept"));
-}
+    EXPECT_EQ(QM::ReadTextFileToStringArray(missing, lines, true), QM::FO_ReadFailed);
+    EXPECT_EQ(QM::ReadTextFileToStringArray2(missing, lines, true), QM::FO_ReadFailed);
+    EXPECT_EQ(Items(lines), Strings{L"kept"});
 
-TEST_F(TextFileTest, MissingFileShowsTheGivenTextInAnErrorBox)
-{
     qmtest::MsgBoxWatcher watcher(qmtest::MsgBoxWatcher::Enter());
-    CStringArray lines;
-    EXPECT_EQ(QM::ReadTextFileToStringArray(dir.Path() + L"none.txt", lines, true, L"找不到列表文件！"),
-              QM::FO_ReadFailed);
+    EXPECT_EQ(QM::ReadTextFileToStringArray(missing, lines, true, L"找不到列表文件！"), QM::FO_ReadFailed);
     const qmtest::MsgBoxSeen& seen = watcher.Wait();
     ASSERT_TRUE(seen.found);
     EXPECT_EQ(seen.text, CString(L"找不到列表文件！"));
@@ -259,7 +158,7 @@ TEST_F(TextFileTest, MissingFileShowsTheGivenTextInAnErrorBox)
     EXPECT_EQ(seen.icon, static_cast<UINT>(MB_ICONERROR));
 }
 
-TEST_F(TextFileTest, AFileOpenForWritingElsewhereCanBeRead)
+TEST_F(IniHelpersTest, AFileOpenForWritingElsewhereCanBeRead)
 {
     const CString path = dir.WriteFile(L"busy.txt", "a\r\nb\r\n");
     HANDLE writer = CreateFileW(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
@@ -271,51 +170,45 @@ TEST_F(TextFileTest, AFileOpenForWritingElsewhereCanBeRead)
     EXPECT_EQ(lines.GetSize(), 2);
 }
 
-TEST_F(TextFileTest, ATextEndingWithALineEndHasNoExtraEmptyLine)
+TEST_F(IniHelpersTest, WrittenLinesLoseTrailingBlanksAndEndInCrLfInCodePage936)
 {
-    CStringArray lines;
-    EXPECT_EQ(QM::ReadTextFileToStringArray2(dir.WriteFile(L"e.txt", "a\r\n\r\n"), lines, false), QM::FO_Success);
-    EXPECT_EQ(lines.GetSize(), 2);
-    EXPECT_EQ(QM::ReadTextFileToStringArray2(dir.WriteFile(L"z.txt", ""), lines, false), QM::FO_Success);
-    EXPECT_EQ(lines.GetSize(), 0);
+    ASSERT_EQ(GetACP(), 936u) << "the test prefix runs with LANG=zh_CN.UTF-8";
+    const CString path = dir.Path() + L"w.txt";
+    CStringArray lines = Array({L"图层 颜色  ", L"y", L"  z", L""});
+    ASSERT_EQ(QM::WriteStringArrayToTextFile(path, lines, false), QM::FO_Success);
+    // GBK: 图 CDBC, 层 B2E3, 颜 D1D5, 色 C9AB.
+    EXPECT_EQ(qmtest::TempDir::ReadFile(path), "\xCD\xBC\xB2\xE3 \xD1\xD5\xC9\xAB\r\ny\r\n  z\r\n\r\n");
+    CStringArray back;
+    EXPECT_EQ(QM::ReadTextFileToStringArray(path, back, true), QM::FO_Success);
+    EXPECT_EQ(Items(back), (Strings{L"图层 颜色", L"y", L"z"}));
 }
 
-class LongLineTest : public ::testing::Test
+TEST_F(IniHelpersTest, WriteKeepsOrReplacesAnExistingFile)
 {
-protected:
-    qmtest::TempDir dir;
-};
-
-TEST_F(LongLineTest, ALineOf40958BytesIsRead)
-{
-    const std::string line(40958, 'x');
-    CStringArray lines;
-    EXPECT_EQ(QM::ReadTextFileToStringArray(dir.WriteFile(L"l.txt", line + "\r\nnext\r\n"), lines, true),
-              QM::FO_Success);
-    ASSERT_EQ(lines.GetSize(), 2);
-    EXPECT_EQ(lines[0].GetLength(), 40958);
-    EXPECT_EQ(lines[1], CString(L"next"));
+    const CString path = dir.WriteFile(L"w.txt", "old\r\n");
+    CStringArray lines = Array({L"new"});
+    EXPECT_EQ(QM::WriteStringArrayToTextFile(path, lines, true), QM::FO_FileExists);
+    EXPECT_EQ(qmtest::TempDir::ReadFile(path), "old\r\n");
+    EXPECT_EQ(QM::WriteStringArrayToTextFile(path, lines, false), QM::FO_Success);
+    EXPECT_EQ(qmtest::TempDir::ReadFile(path), "new\r\n");
 }
 
-TEST_F(LongLineTest, ALongerLineFailsTheFirstReaderAndEmptiesLines)
+TEST_F(IniHelpersTest, WriteFailsToCreateInAMissingFolderAndThrowsOverAReadOnlyFile)
 {
-    const CString path = dir.WriteFile(L"l.txt", "first\r\n" + std::string(40959, 'x') + "\r\nlast\r\n");
-    CStringArray lines = Array({L"old"});
-    EXPECT_EQ(QM::ReadTextFileToStringArray(path, lines, true), QM::FO_ReadFailed);
-    EXPECT_EQ(lines.GetSize(), 0);
-}
-
-TEST_F(LongLineTest, TheSecondReaderSplitsItWithoutCuttingACharacter)
-{
-    // 40957 single bytes, then 中 (two bytes) would end on a lead byte at the cut.
-    const std::string line = std::string(40957, 'x') + Ansi(L"中文");
-    const CString path = dir.WriteFile(L"l.txt", line + "\r\nlast\r\n");
-    CStringArray lines;
-    EXPECT_EQ(QM::ReadTextFileToStringArray2(path, lines, true), QM::FO_Success);
-    ASSERT_EQ(lines.GetSize(), 3);
-    EXPECT_EQ(lines[0], CString(L'x', 40957));
-    EXPECT_EQ(lines[1], CString(L"中文"));
-    EXPECT_EQ(lines[2], CString(L"last"));
+    CStringArray lines = Array({L"new"});
+    EXPECT_EQ(QM::WriteStringArrayToTextFile(dir.Path() + L"no\\such\\f.txt", lines, false), QM::FO_OpenWriteFailed);
+    EXPECT_EQ(QM::WriteStringArrayToTextFile(nullptr, lines, false), QM::FO_OpenWriteFailed);
+    const CString path = dir.WriteFile(L"ro.txt", "keep\r\n");
+    ASSERT_TRUE(SetFileAttributesW(path, FILE_ATTRIBUTE_READONLY));
+    int cause = -1;
+    try {
+        QM::WriteStringArrayToTextFile(path, lines, false);
+    } catch (CFileException* e) {
+        cause = e->m_cause;
+        e->Delete();
+    }
+    EXPECT_EQ(cause, CFileException::accessDenied);
+    EXPECT_EQ(qmtest::TempDir::ReadFile(path), "keep\r\n");
 }
 
 }  // namespace

@@ -8,7 +8,8 @@
 
 namespace {
 
-std::string Utf16Bytes(const std::wstring& text)
+// The bytes of a REG_SZ holding `text`, its NUL included.
+std::string Utf16(const std::wstring& text)
 {
     return std::string(reinterpret_cast<const char*>(text.c_str()), (text.size() + 1) * sizeof(wchar_t));
 }
@@ -19,136 +20,94 @@ protected:
     qmtest::RegistrySandbox reg;
 };
 
-TEST_F(RegStrTest, SetCreatesMissingKeysAndWritesNulTerminatedString)
+TEST_F(RegStrTest, SetCreatesMissingKeysAndWritesANulTerminatedString)
 {
     EXPECT_TRUE(QM::SetRegStr(reg.Root(), reg.Sub(L"A\\B\\C"), L"WorkDir", L"D:\\塔维\\"));
-    std::string bytes;
     DWORD type = 0;
-    ASSERT_TRUE(reg.ReadRaw(L"A\\B\\C", L"WorkDir", bytes, &type));
+    EXPECT_EQ(reg.Read(L"A\\B\\C", L"WorkDir", &type), Utf16(L"D:\\塔维\\"));
     EXPECT_EQ(type, static_cast<DWORD>(REG_SZ));
-    EXPECT_EQ(bytes, Utf16Bytes(L"D:\\塔维\\"));
+    EXPECT_TRUE(QM::SetRegStr(reg.Root(), reg.Sub(L"A\\B\\C"), L"WorkDir", L""));
+    EXPECT_EQ(reg.Read(L"A\\B\\C", L"WorkDir"), Utf16(L""));
 }
 
-TEST_F(RegStrTest, SetWithNullValueCreatesKeyButWritesNothing)
+TEST_F(RegStrTest, SetOfNullCreatesTheKeyButWritesNothingAndFails)
 {
     EXPECT_FALSE(QM::SetRegStr(reg.Root(), reg.Sub(L"New"), L"Name", nullptr));
     EXPECT_TRUE(reg.KeyExists(L"New"));
-    std::string bytes;
-    EXPECT_FALSE(reg.ReadRaw(L"New", L"Name", bytes));
+    EXPECT_EQ(reg.Read(L"New", L"Name"), "<missing>");
 }
 
-TEST_F(RegStrTest, SetReplacesAnExistingValue)
+TEST_F(RegStrTest, GetTakes2047CharactersAndRefusesLongerOrMissingValuesLeavingTheOutputAlone)
 {
-    ASSERT_TRUE(reg.WriteString(L"", L"Name", L"old"));
-    EXPECT_TRUE(QM::SetRegStr(reg.Root(), reg.Path(), L"Name", L""));
-    std::string bytes;
-    ASSERT_TRUE(reg.ReadRaw(L"", L"Name", bytes));
-    EXPECT_EQ(bytes, Utf16Bytes(L""));
-}
-
-TEST_F(RegStrTest, GetReadsValueWrittenBySet)
-{
-    ASSERT_TRUE(QM::SetRegStr(reg.Root(), reg.Path(), L"Path", L"C:\\QM\\"));
-    CString value = L"stale";
-    EXPECT_TRUE(QM::GetRegStr(reg.Root(), reg.Path(), L"Path", value));
-    EXPECT_EQ(value, CString(L"C:\\QM\\"));
-}
-
-TEST_F(RegStrTest, GetAccepts2047CharactersAndRefusesLongerLeavingOutputAlone)
-{
-    ASSERT_TRUE(reg.WriteString(L"", L"Fits", std::wstring(2047, L'x')));
-    ASSERT_TRUE(reg.WriteString(L"", L"Just", std::wstring(2048, L'y')));
-    ASSERT_TRUE(reg.WriteString(L"", L"Long", std::wstring(3000, L'z')));
-    CString value = L"before";
+    ASSERT_TRUE(reg.Write(L"", L"Fits", std::wstring(2047, L'x')));
+    ASSERT_TRUE(reg.Write(L"", L"TooLong", std::wstring(2048, L'y')));
+    CString value;
     EXPECT_TRUE(QM::GetRegStr(reg.Root(), reg.Path(), L"Fits", value));
     EXPECT_EQ(value, CString(L'x', 2047));
     value = L"before";
-    EXPECT_FALSE(QM::GetRegStr(reg.Root(), reg.Path(), L"Just", value));
-    EXPECT_EQ(value, CString(L"before"));
-    EXPECT_FALSE(QM::GetRegStr(reg.Root(), reg.Path(), L"Long", value));
-    EXPECT_EQ(value, CString(L"before"));
-}
-
-TEST_F(RegStrTest, GetFailsForMissingKeyOrValueLeavingOutputAlone)
-{
-    CString value = L"before";
-    EXPECT_FALSE(QM::GetRegStr(reg.Root(), reg.Sub(L"Missing"), L"Name", value));
+    EXPECT_FALSE(QM::GetRegStr(reg.Root(), reg.Path(), L"TooLong", value));
     EXPECT_FALSE(QM::GetRegStr(reg.Root(), reg.Path(), L"Missing", value));
+    EXPECT_FALSE(QM::GetRegStr(reg.Root(), reg.Sub(L"Missing"), L"Fits", value));
     EXPECT_EQ(value, CString(L"before"));
 }
 
-TEST_F(RegStrTest, GetIgnoresTheValueTypeAndCutsAtFirstNul)
+TEST_F(RegStrTest, GetIgnoresTheTypeAndCutsAtTheFirstNul)
 {
-    const wchar_t multi[] = L"first\0second\0";
-    ASSERT_TRUE(reg.WriteRaw(L"", L"Multi", REG_MULTI_SZ, multi, sizeof multi));
-    const wchar_t expand[] = L"%TEMP%\\x";
-    ASSERT_TRUE(reg.WriteRaw(L"", L"Expand", REG_EXPAND_SZ, expand, sizeof expand));
-    CString value;
-    EXPECT_TRUE(QM::GetRegStr(reg.Root(), reg.Path(), L"Multi", value));
-    EXPECT_EQ(value, CString(L"first"));
-    EXPECT_TRUE(QM::GetRegStr(reg.Root(), reg.Path(), L"Expand", value));
-    EXPECT_EQ(value, CString(L"%TEMP%\\x"));   // not expanded
+    const struct { DWORD type; const wchar_t* data; DWORD chars; const wchar_t* expected; } rows[] = {
+        {REG_MULTI_SZ, L"first\0second\0", 14, L"first"},
+        {REG_EXPAND_SZ, L"%TEMP%\\x", 9, L"%TEMP%\\x"},   // not expanded
+        {REG_SZ, L"abc", 3, L"abc"},                     // stored without its NUL
+    };
+    for (const auto& row : rows) {
+        ASSERT_TRUE(reg.Write(L"", L"V", row.type, row.data, row.chars * sizeof(wchar_t)));
+        CString value;
+        EXPECT_TRUE(QM::GetRegStr(reg.Root(), reg.Path(), L"V", value)) << row.data;
+        EXPECT_EQ(value, CString(row.expected)) << row.data;
+    }
 }
 
-TEST_F(RegStrTest, GetReadsAStringStoredWithoutItsNul)
-{
-    const wchar_t text[] = {L'a', L'b', L'c'};
-    ASSERT_TRUE(reg.WriteRaw(L"", L"Bare", REG_SZ, text, sizeof text));
-    CString value;
-    EXPECT_TRUE(QM::GetRegStr(reg.Root(), reg.Path(), L"Bare", value));
-    EXPECT_EQ(value, CString(L"abc"));
-}
+using CKeyTest = RegStrTest;
 
-class CKeyTest : public ::testing::Test
-{
-protected:
-    qmtest::RegistrySandbox reg;
-};
-
-TEST_F(CKeyTest, OpenFailsForMissingKeyAndLeavesHandleNull)
+TEST_F(CKeyTest, WithoutAnOpenKeyEveryOperationFailsAndLeavesItsOutputAlone)
 {
     CKey key;
     EXPECT_EQ(key.Open(reg.Root(), reg.Sub(L"Missing")), 0);
     EXPECT_EQ(key.m_hKey, nullptr);
+    CString name = L"x";
+    unsigned long count = 7;
+    EXPECT_EQ(key.SetStringValue(L"v", L"a"), 0);
+    EXPECT_EQ(key.EnumKey(0, name), 0);
+    EXPECT_EQ(key.GetSubKeyCount(count), 0);
+    EXPECT_EQ(name, CString(L"x"));
+    EXPECT_EQ(count, 7u);
+    key.Close();   // closing a closed key is harmless
 }
 
-TEST_F(CKeyTest, StringValueRoundTripAndEmptyString)
+TEST_F(CKeyTest, StringValuesHaveNoLengthLimitAndAFailedReadStillEmptiesTheOutput)
 {
+    ASSERT_TRUE(reg.Write(L"K", L"Long", std::wstring(10000, L'q')));
     CKey key;
     ASSERT_EQ(key.Create(reg.Root(), reg.Sub(L"K")), 1);
     EXPECT_EQ(key.SetStringValue(L"值", L"Name"), 1);
     EXPECT_EQ(key.SetStringValue(L"", L"Empty"), 1);
     EXPECT_EQ(key.SetStringValue(nullptr, L"Null"), 0);
-
-    CString value = L"junk";
-    EXPECT_EQ(key.GetStringValue(value, L"Name"), 1);
-    EXPECT_EQ(value, CString(L"值"));
-    value = L"junk";
-    EXPECT_EQ(key.GetStringValue(value, L"Empty"), 1);
-    EXPECT_TRUE(value.IsEmpty());
-    value = L"junk";
-    EXPECT_EQ(key.GetStringValue(value, L"Null"), 0);
-    EXPECT_TRUE(value.IsEmpty());   // emptied even when the read fails
+    EXPECT_EQ(reg.Read(L"K", L"Name"), Utf16(L"值"));
+    const struct { const wchar_t* name; int result; CString expected; } rows[] = {
+        {L"Name", 1, L"值"}, {L"Empty", 1, L""}, {L"Long", 1, CString(L'q', 10000)}, {L"Null", 0, L""}};
+    for (const auto& row : rows) {
+        CString value = L"junk";
+        EXPECT_EQ(key.GetStringValue(value, row.name), row.result) << row.name;
+        EXPECT_EQ(value, row.expected) << row.name;
+    }
 }
 
-TEST_F(CKeyTest, GetStringValueHasNoLengthLimit)
+TEST_F(CKeyTest, EnumKeyAndSubKeyCountSeeDirectSubKeysOnly)
 {
-    ASSERT_TRUE(reg.WriteString(L"", L"Long", std::wstring(10000, L'q')));
-    CKey key;
-    ASSERT_EQ(key.Open(reg.Root(), reg.Path()), 1);
-    CString value;
-    EXPECT_EQ(key.GetStringValue(value, L"Long"), 1);
-    EXPECT_EQ(value.GetLength(), 10000);
-}
-
-TEST_F(CKeyTest, EnumKeyAndSubKeyCount)
-{
-    CKey key;
+    CKey key, newer, older, deeper;
     ASSERT_EQ(key.Create(reg.Root(), reg.Path()), 1);
-    CKey newer, older;
     ASSERT_EQ(newer.Create(key.m_hKey, L"R18.2"), 1);
     ASSERT_EQ(older.Create(key.m_hKey, L"R17.0"), 1);
-
+    ASSERT_EQ(deeper.Create(older.m_hKey, L"zh-CN"), 1);
     unsigned long count = 99;
     EXPECT_EQ(key.GetSubKeyCount(count), 1);
     EXPECT_EQ(count, 2u);
@@ -157,52 +116,25 @@ TEST_F(CKeyTest, EnumKeyAndSubKeyCount)
     EXPECT_EQ(key.EnumKey(1, second), 1);
     EXPECT_EQ(key.EnumKey(2, name), 0);
     EXPECT_EQ(name, CString(L"untouched"));
-    EXPECT_NE(first, second);
-    EXPECT_TRUE(first == L"R18.2" || first == L"R17.0");
-    EXPECT_TRUE(second == L"R18.2" || second == L"R17.0");
+    EXPECT_TRUE((first == L"R18.2" && second == L"R17.0") || (first == L"R17.0" && second == L"R18.2"));
 }
 
-TEST_F(CKeyTest, ClosedKeyFailsEveryOperation)
+TEST_F(CKeyTest, AssignmentSharesTheHandleRatherThanDuplicatingIt)
 {
-    CKey key;
-    CString value = L"x";
-    unsigned long count = 7;
-    EXPECT_EQ(key.GetStringValue(value, L"a"), 0);
-    EXPECT_EQ(key.SetStringValue(L"v", L"a"), 0);
-    EXPECT_EQ(key.EnumKey(0, value), 0);
-    EXPECT_EQ(key.GetSubKeyCount(count), 0);
-    EXPECT_EQ(count, 7u);
-    key.Close();   // closing a closed key is harmless
-    EXPECT_EQ(key.m_hKey, nullptr);
-}
-
-TEST_F(CKeyTest, AssignmentSharesTheHandle)
-{
-    CKey owner;
+    CKey owner, borrower;
     ASSERT_EQ(owner.Create(reg.Root(), reg.Path()), 1);
-    ASSERT_EQ(owner.SetStringValue(L"shared", L"Name"), 1);
-    {
-        CKey borrower;
-        borrower = owner;
-        EXPECT_EQ(borrower.m_hKey, owner.m_hKey);
-        CString value;
-        EXPECT_EQ(borrower.GetStringValue(value, L"Name"), 1);
-        EXPECT_EQ(value, CString(L"shared"));
-        borrower.m_hKey = nullptr;   // hand it back so that only `owner` closes it
-    }
-    CString value;
-    EXPECT_EQ(owner.GetStringValue(value, L"Name"), 1);
+    borrower = owner;
+    EXPECT_EQ(borrower.m_hKey, owner.m_hKey);
+    borrower.m_hKey = nullptr;   // only `owner` may close it
 }
 
 TEST_F(CKeyTest, OpenWithQueryAccessOnlyCannotWrite)
 {
-    ASSERT_TRUE(reg.WriteString(L"", L"Name", L"v"));
+    ASSERT_TRUE(reg.Write(L"", L"Name", L"v"));
     CKey key;
     ASSERT_EQ(key.Open(reg.Root(), reg.Path(), KEY_QUERY_VALUE), 1);
     EXPECT_EQ(key.SetStringValue(L"w", L"Name"), 0);
-    std::string bytes;
-    ASSERT_TRUE(reg.ReadRaw(L"", L"Name", bytes));
-    EXPECT_EQ(bytes, Utf16Bytes(L"v"));
+    EXPECT_EQ(reg.Read(L"", L"Name"), Utf16(L"v"));
 }
 
 }  // namespace

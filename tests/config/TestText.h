@@ -1,8 +1,5 @@
 // TestText.h - byte texts for the configuration tests: what the code under
 // test should find in, or put into, a file.
-//
-//   dir.WriteFile(L"a.ini", qmtest::Ansi(L"[图层]\r\n颜色=红\r\n"));
-//   EXPECT_EQ(qmtest::Profile(L"图层", L"颜色", path), CString(L"红"));
 #pragma once
 #include <QMUtil.h>
 
@@ -14,7 +11,7 @@ namespace qmtest {
 inline std::string Ansi(const wchar_t* text)
 {
     const int bytes = WideCharToMultiByte(CP_THREAD_ACP, 0, text, -1, nullptr, 0, nullptr, nullptr);
-    std::string out(static_cast<size_t>(bytes > 0 ? bytes : 1), '\0');
+    std::string out(static_cast<size_t>(bytes), '\0');   // the NUL included
     WideCharToMultiByte(CP_THREAD_ACP, 0, text, -1, &out[0], bytes, nullptr, nullptr);
     out.resize(out.size() - 1);
     return out;

@@ -10,24 +10,17 @@
 
 namespace {
 
-TEST(NumberTextTest, IntToStrDecimalAndUpperCaseHex)
+const double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+TEST(NumberText, FormatsAsPrintfDoesAndPadsWithoutCutting)
 {
     EXPECT_EQ(QM::IntToStr(255, 1), CString(L"FF"));
     EXPECT_EQ(QM::IntToStr(-1, 1), CString(L"FFFFFFFF"));
     EXPECT_EQ(QM::IntToStr(-42, 0), CString(L"-42"));
-}
-
-TEST(NumberTextTest, FloatToStrRoundsToTheDigitsGiven)
-{
-    EXPECT_EQ(QM::FloatToStr(3.14159, 2), CString(L"3.14"));
     EXPECT_EQ(QM::FloatToStr(2.71828, 3), CString(L"2.718"));
     EXPECT_EQ(QM::FloatToStr(0.0001, 10), CString(L"0.0001000000"));
     EXPECT_EQ(QM::FloatToStr(-7.6, 0), CString(L"-8"));
     EXPECT_EQ(QM::FloatToStr(3.7, -2), CString(L"4"));   // negative digits count as none
-}
-
-TEST(NumberTextTest, FixLenStrPadsButNeverCuts)
-{
     EXPECT_EQ(QM::FixLenStr(L"ab", 4, true), CString(L"  ab"));
     EXPECT_EQ(QM::FixLenStr(L"ab", 4, false), CString(L"ab  "));
     EXPECT_EQ(QM::FixLenStr(L"abcdef", 4, true), CString(L"abcdef"));
@@ -36,69 +29,42 @@ TEST(NumberTextTest, FixLenStrPadsButNeverCuts)
     EXPECT_EQ(QM::FixLenStr(L"ab", -4, true), CString(L"ab"));
 }
 
-class AdjustStringTest : public ::testing::Test
+TEST(NumberText, AdjustStringMovesACutOutOfASurrogatePairOnly)
 {
-protected:
-    // a, U+2000B as a surrogate pair, b, 中
-    const wchar_t text[6] = {L'a', 0xD840, 0xDC0B, L'b', 0x4E2D, 0};
-};
+    const wchar_t text[] = {L'a', 0xD840, 0xDC0B, L'b', 0x4E2D, 0};   // a, U+2000B, b, 中
+    const wchar_t lone[] = {0xDC0B, L'x', 0};   // a low surrogate without its pair
+    const struct { const wchar_t* text; int pos; bool back; int expected; } rows[] = {
+        {text, 0, true, 0},  {text, 1, true, 1},  {text, 3, true, 3},  {text, 4, true, 4},  {text, 0, false, 0},
+        {text, 1, false, 1}, {text, 3, false, 3}, {text, 4, false, 4}, {text, 2, true, 1},  {text, 2, false, 3},
+        {text, -1, false, -1}, {text, 5, false, 5}, {nullptr, 2, true, 2}, {lone, 0, false, 0}};
+    for (const auto& row : rows)
+        EXPECT_EQ(QM::AdjustString(row.text, row.pos, row.back), row.expected) << row.pos << (row.back ? " back" : "");
+}
 
-TEST_F(AdjustStringTest, APositionOnACharacterStartStays)
+TEST(NumberText, SetDblPrecTruncatesToA32BitIntegerBeforeScalingAndWrapsOnOverflow)
 {
-    for (int pos : {0, 1, 3, 4}) {
-        EXPECT_EQ(QM::AdjustString(text, pos, false), pos);
-        EXPECT_EQ(QM::AdjustString(text, pos, true), pos);
+    const struct { double value; int digits; double expected; } rows[] = {
+        {2.789, 2, 2.0}, {-3.99, 1, -3.0}, {7.9, 0, 7.0},
+        {123456.7, 4, 123456.0},                     // 1234560000 still fits 32 bits
+        {123456.7, 5, -539301888.0 / 100000.0},      // 12345600000 wraps
+        {3e9, 2, 0.0},                               // -2147483648 * 100 wraps to 0
+        {kNaN, 2, 0.0}, {2.5, 12, 0.0},              // no NaN out of a bad value or scale
+        {1.5, -1, kNaN}, {100.0, -3, kNaN}};         // 0/0
+    for (const auto& row : rows) {
+        const double result = QM::SetDblPrec(row.value, row.digits);
+        EXPECT_TRUE(std::isnan(row.expected) ? std::isnan(result) : result == row.expected)
+            << row.value << ", " << row.digits << " gave " << result;
     }
 }
 
-TEST_F(AdjustStringTest, ACutInsideASurrogatePairMovesBeforeOrAfterIt)
-{
-    EXPECT_EQ(QM::AdjustString(text, 2, true), 1);
-    EXPECT_EQ(QM::AdjustString(text, 2, false), 3);
-}
-
-TEST_F(AdjustStringTest, PositionsOutsideTheTextAreReturnedUnchanged)
-{
-    EXPECT_EQ(QM::AdjustString(text, -1, false), -1);
-    EXPECT_EQ(QM::AdjustString(text, 5, false), 5);
-    EXPECT_EQ(QM::AdjustString(nullptr, 2, true), 2);
-    // A lone low surrogate is no pair to keep together.
-    const wchar_t lone[] = {0xDC0B, L'x', 0};
-    EXPECT_EQ(QM::AdjustString(lone, 0, false), 0);
-}
-
-TEST(SetDblPrecTest, TruncatesTheValueBeforeScaling)
-{
-    EXPECT_EQ(QM::SetDblPrec(2.789, 2), 2.0);
-    EXPECT_EQ(QM::SetDblPrec(-3.99, 1), -3.0);
-    EXPECT_EQ(QM::SetDblPrec(7.9, 0), 7.0);
-    EXPECT_EQ(QM::SetDblPrec(123456.7, 4), 123456.0);   // 1234560000 still fits 32 bits
-}
-
-TEST(SetDblPrecTest, NegativeDigitsGiveNaN)
-{
-    EXPECT_TRUE(std::isnan(QM::SetDblPrec(1.5, -1)));
-    EXPECT_TRUE(std::isnan(QM::SetDblPrec(100.0, -3)));
-}
-
-TEST(SetDblPrecTest, OverflowWrapsInsteadOfFailing)
-{
-    // 3e9 truncates to -2147483648; times 100 wraps to 0.
-    EXPECT_EQ(QM::SetDblPrec(3e9, 2), 0.0);
-    // The product 123456 * 100000 wraps to -539301888.
-    EXPECT_EQ(QM::SetDblPrec(123456.7, 5), -539301888.0 / 100000.0);
-    EXPECT_FALSE(std::isnan(QM::SetDblPrec(std::numeric_limits<double>::quiet_NaN(), 2)));
-    EXPECT_FALSE(std::isnan(QM::SetDblPrec(2.5, 12)));
-}
-
-TEST(ToleranceTest, DefaultsWithoutStartupSettings)
+TEST(Tolerance, DefaultsWithoutStartupSettings)
 {
     EXPECT_DOUBLE_EQ(QM::ZERO(), 0.000001);
     EXPECT_DOUBLE_EQ(QM::GetDoubleEQ(), 0.000001);
     EXPECT_DOUBLE_EQ(QM::GetTextWidthFactor(), 0.7);
 }
 
-TEST(ToleranceTest, IsZeroIsInclusiveWhileIsDoubleEqIsStrict)
+TEST(Tolerance, IsZeroIsInclusiveWhileIsDoubleEqIsStrictAndNaNMatchesNothing)
 {
     const double t = QM::ZERO();
     EXPECT_TRUE(QM::ISZERO(t));
@@ -106,98 +72,54 @@ TEST(ToleranceTest, IsZeroIsInclusiveWhileIsDoubleEqIsStrict)
     EXPECT_FALSE(QM::ISZERO(std::nextafter(t, 1.0)));
     EXPECT_FALSE(QM::IsDoubleEQ(t, 0.0, t));
     EXPECT_TRUE(QM::IsDoubleEQ(std::nextafter(t, 0.0), 0.0, t));
-}
-
-TEST(ToleranceTest, IsDoubleEqWithAGivenTolerance)
-{
     EXPECT_TRUE(QM::IsDoubleEQ(1.0, 1.25, 0.5));
-    EXPECT_FALSE(QM::IsDoubleEQ(1.0, 1.5, 0.5));
     EXPECT_TRUE(QM::IsDoubleEQ(1.0, 1.0000005));      // the default 0.000001
     EXPECT_FALSE(QM::IsDoubleEQ(1.0, 1.000002, -3));  // any negative means the default
+    EXPECT_FALSE(QM::ISZERO(kNaN));
+    EXPECT_FALSE(QM::IsDoubleEQ(kNaN, kNaN, 1.0));
+    EXPECT_FALSE(QM::IsDoubleEQ(1.0, 1.0, kNaN));
+    EXPECT_FALSE(QM::IsAnglEqual(kNaN, 0.0, 1.0));
 }
 
-TEST(ToleranceTest, NaNIsNeverZeroOrEqual)
+TEST(Angle, ComparisonsWorkAcrossFullTurnsAndAreStrictAtTheirLimits)
 {
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_FALSE(QM::ISZERO(nan));
-    EXPECT_FALSE(QM::IsDoubleEQ(nan, nan, 1.0));
-    EXPECT_FALSE(QM::IsDoubleEQ(1.0, 1.0, nan));
-    EXPECT_FALSE(QM::IsAnglEqual(nan, 0.0, 1.0));
-}
-
-TEST(AngleTest, IsAnglEqualAcrossAFullTurn)
-{
-    const double twoPi = 6.283185307179586;
+    const double halfPi = 1.5707963267948966, pi = 3.141592653589793, twoPi = 2 * pi;
     EXPECT_TRUE(QM::IsAnglEqual(0.0, twoPi - 1e-9, 1e-6));
     EXPECT_TRUE(QM::IsAnglEqual(twoPi * 3 + 0.5, 0.5, 1e-6));
     EXPECT_TRUE(QM::IsAnglEqual(-0.5, 0.5 - twoPi * 2 - 1.0, 1e-6));
     EXPECT_FALSE(QM::IsAnglEqual(0.0, 0.1, 1e-6));
-    EXPECT_FALSE(QM::IsAnglEqual(0.0, 1e-6, 1e-6));   // strict at the tolerance
-}
-
-TEST(AngleTest, IsDirectAnglesWithinAQuarterTurnOfPerpendicular)
-{
-    const double halfPi = 1.5707963267948966, pi = 3.141592653589793;
+    EXPECT_FALSE(QM::IsAnglEqual(0.0, 1e-6, 1e-6));
     EXPECT_TRUE(QM::IsDirectAngles(0.0, halfPi));
     EXPECT_TRUE(QM::IsDirectAngles(0.0, 0.1));
     EXPECT_TRUE(QM::IsDirectAngles(1.0, 1.0 + halfPi + 2 * pi));
-    EXPECT_FALSE(QM::IsDirectAngles(0.0, pi));     // d = pi/2: not less than pi/2
-    EXPECT_FALSE(QM::IsDirectAngles(0.0, 0.0));    // d = pi/2 again
+    EXPECT_FALSE(QM::IsDirectAngles(0.0, pi));       // a quarter turn off: not within
+    EXPECT_FALSE(QM::IsDirectAngles(0.0, 0.0));
     EXPECT_FALSE(QM::IsDirectAngles(0.0, -halfPi));
 }
 
-struct NumCase
+TEST(NumberText, EachNumericTextTestAnswersAsClassified)
 {
-    const wchar_t* text;
-    bool num, zero, plusNum, isInt, plusInt;
-};
-
-std::ostream& operator<<(std::ostream& out, const NumCase& c)
-{
-    char utf8[64] = "";
-    WideCharToMultiByte(CP_UTF8, 0, c.text, -1, utf8, sizeof utf8, nullptr, nullptr);
-    return out << "\"" << utf8 << "\"";
+    const struct { const wchar_t* text; bool num, zero, plusNum, isInt, plusInt; } rows[] = {
+        // text, then what IsNum, IsZero, IsPlusNum, IsInt and IsPlusInt answer
+        {L" 12.5 ",   true,  false, true,  false, false}, {L"",        false, false, false, false, false},
+        {L"  ",       true,  true,  false, true,  false}, {L"1-2",     false, false, false, false, false},
+        {L"--1",      false, false, false, false, false}, {L"1.2.3",   false, false, false, false, false},
+        {L"1e5",      false, false, false, false, false}, {L"-.5",     true,  false, false, false, false},
+        {L"-5.",      true,  false, false, false, false}, {L"+3",      true,  false, true,  true,  true},
+        {L"3.0",      true,  false, true,  false, false}, {L"-7",      true,  false, false, true,  false},
+        {L"0.000",    true,  true,  false, false, false}, {L"0",       true,  true,  false, true,  false},
+        {L"-0",       true,  false, false, true,  false}, {L"+0.0",    true,  false, true,  false, false},
+        {L"+-1",      false, false, false, false, false}, {L"++1",     false, false, false, false, false},
+        {L"1+",       false, false, false, false, false}, {L"\t42\r\n", true, false, true,  true,  true},
+        {L"4 2",      false, false, false, false, false}, {L"１２",    false, false, false, false, false},
+        {L"007",      true,  false, true,  true,  true},  {L".",       true,  true,  false, false, false}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(QM::IsNum(row.text), row.num) << '"' << row.text << '"';
+        EXPECT_EQ(QM::IsZero(row.text), row.zero) << '"' << row.text << '"';
+        EXPECT_EQ(QM::IsPlusNum(row.text), row.plusNum) << '"' << row.text << '"';
+        EXPECT_EQ(QM::IsInt(row.text), row.isInt) << '"' << row.text << '"';
+        EXPECT_EQ(QM::IsPlusInt(row.text), row.plusInt) << '"' << row.text << '"';
+    }
 }
-
-class NumericTextTest : public ::testing::TestWithParam<NumCase>
-{
-};
-
-TEST_P(NumericTextTest, EachTestAnswersAsClassified)
-{
-    const NumCase& c = GetParam();
-    EXPECT_EQ(QM::IsNum(c.text), c.num);
-    EXPECT_EQ(QM::IsZero(c.text), c.zero);
-    EXPECT_EQ(QM::IsPlusNum(c.text), c.plusNum);
-    EXPECT_EQ(QM::IsInt(c.text), c.isInt);
-    EXPECT_EQ(QM::IsPlusInt(c.text), c.plusInt);
-}
-
-//                                text        num    zero   plusNum isInt  plusInt
-INSTANTIATE_TEST_SUITE_P(Numbers, NumericTextTest, ::testing::Values(
-    NumCase{L" 12.5 ",    true,  false, true,  false, false},
-    NumCase{L"",          false, false, false, false, false},
-    NumCase{L"  ",        true,  true,  false, true,  false},
-    NumCase{L"1-2",       false, false, false, false, false},
-    NumCase{L"--1",       false, false, false, false, false},
-    NumCase{L"1.2.3",     false, false, false, false, false},
-    NumCase{L"1e5",       false, false, false, false, false},
-    NumCase{L"-.5",       true,  false, false, false, false},
-    NumCase{L"-5.",       true,  false, false, false, false},
-    NumCase{L"+3",        true,  false, true,  true,  true},
-    NumCase{L"3.0",       true,  false, true,  false, false},
-    NumCase{L"-7",        true,  false, false, true,  false},
-    NumCase{L"0.000",     true,  true,  false, false, false},
-    NumCase{L"0",         true,  true,  false, true,  false},
-    NumCase{L"-0",        true,  false, false, true,  false},
-    NumCase{L"+0.0",      true,  false, true,  false, false},
-    NumCase{L"+-1",       false, false, false, false, false},
-    NumCase{L"++1",       false, false, false, false, false},
-    NumCase{L"1+",        false, false, false, false, false},
-    NumCase{L"\t42\r\n",  true,  false, true,  true,  true},
-    NumCase{L"4 2",       false, false, false, false, false},
-    NumCase{L"１２",      false, false, false, false, false},
-    NumCase{L"007",       true,  false, true,  true,  true},
-    NumCase{L".",         true,  true,  false, false, false}));
 
 }  // namespace
