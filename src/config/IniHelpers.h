@@ -42,7 +42,8 @@ QM_API bool ReadIni(const wchar_t* section, CStringArray& keys, CStringArray& va
 
 // Clears `map` and fills it with every key of `section` and its value. With
 // `upperKeys` the keys are upper-cased, so keys that differ only in case
-// become one entry: the later one in the file wins. True when `map` is not
+// become one entry holding the first one's value (the profile reader answers
+// every spelling of a key with its first occurrence). True when `map` is not
 // empty.
 QM_API bool ReadIni(const wchar_t* section, CMapStringToString& map, const wchar_t* path, bool upperKeys);
 
