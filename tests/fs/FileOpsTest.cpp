@@ -5,9 +5,10 @@
 #include "support/MsgBoxWatcher.h"
 #include "support/TempDir.h"
 
+#include <initializer_list>
+
 namespace {
 
-using qmtest::MsgBoxWatcher;
 using qmtest::TempDir;
 
 bool Exists(const CString& path)
@@ -19,12 +20,9 @@ bool Exists(const CString& path)
 // as well (Windows applies it to a wildcard in the source alone), so there a
 // folder copied by the shell arrives without its own sub-folders. The levels
 // that this gap hides are checked on Windows only.
-bool UnderWine()
-{
-    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-}
+const bool kUnderWine = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 
-// Sym\ a.dwg b.dwg c.txt ro.dwg (read-only) sub\d.dwg sub\deeper\e.dwg
+// src\Sym\ a.dwg b.dwg c.txt ro.dwg (read-only) sub\d.dwg sub\deeper\e.dwg
 class CopyTest : public ::testing::Test
 {
 protected:
@@ -36,15 +34,24 @@ protected:
         SetFileAttributesW(dir.WriteFile(L"src\\Sym\\ro.dwg", "R"), FILE_ATTRIBUTE_READONLY);
         dir.WriteFile(L"src\\Sym\\sub\\d.dwg", "D");
         dir.WriteFile(L"src\\Sym\\sub\\deeper\\e.dwg", "E");
-        source = dir.Path() + L"src\\Sym\\";
-        target = dir.Path() + L"tgt";
-        copied = target + L"\\Sym\\";
     }
 
+    // The listed entries, or the whole source when none are listed.
+    bool Copy(bool overwrite, bool recursive, std::initializer_list<const wchar_t*> list = {},
+              std::initializer_list<const wchar_t*> names = {})
+    {
+        CStringArray files, renamed;
+        for (const wchar_t* file : list)
+            files.Add(file);
+        for (const wchar_t* name : names)
+            renamed.Add(name);
+        return QM::CopyFiles(QM::CopyFilesStruct{source, list.size() ? &files : nullptr, target,
+                                                 names.size() ? &renamed : nullptr, overwrite, recursive});
+    }
     std::string Read(const wchar_t* below) const { return TempDir::ReadFile(copied + below); }
 
     TempDir dir;
-    CString source, target, copied;
+    CString source = dir.Path() + L"src\\Sym\\", target = dir.Path() + L"tgt", copied = target + L"\\Sym\\";
 };
 
 TEST_F(CopyTest, EmptySourceOrTargetCopiesNothing)
@@ -56,21 +63,17 @@ TEST_F(CopyTest, EmptySourceOrTargetCopiesNothing)
 
 TEST_F(CopyTest, WholeFolderFlatCopiesItsFilesIntoLastComponent)
 {
-    EXPECT_TRUE(QM::CopyFiles(QM::CopyFilesStruct{source, nullptr, target + L"\\", nullptr, false, false}));
+    target += L"\\";
+    EXPECT_TRUE(Copy(false, false));
     EXPECT_EQ(Read(L"a.dwg"), "A");
     EXPECT_EQ(Read(L"c.txt"), "C");
     EXPECT_EQ(Read(L"ro.dwg"), "R");
     EXPECT_FALSE(Exists(copied + L"sub"));
 }
 
-TEST_F(CopyTest, ListWithShorterTargetNameList)
+TEST_F(CopyTest, ListIsRenamedAsFarAsTheNameListReaches)
 {
-    CStringArray files, names;
-    files.Add(L"a.dwg");
-    files.Add(L"sub\\d.dwg");
-    files.Add(L"*.txt");
-    names.Add(L"a-old.dwg");
-    EXPECT_TRUE(QM::CopyFiles(QM::CopyFilesStruct{source, &files, target, &names, false, false}));
+    EXPECT_TRUE(Copy(false, false, {L"a.dwg", L"sub\\d.dwg", L"*.txt"}, {L"a-old.dwg"}));
     EXPECT_EQ(Read(L"a-old.dwg"), "A");
     EXPECT_FALSE(Exists(copied + L"a.dwg"));
     EXPECT_EQ(Read(L"d.dwg"), "D");
@@ -80,98 +83,58 @@ TEST_F(CopyTest, ListWithShorterTargetNameList)
 
 TEST_F(CopyTest, MissingListEntryFailsButTheRestIsCopied)
 {
-    CStringArray files;
-    files.Add(L"none.dwg");
-    files.Add(L"b.dwg");
-    EXPECT_FALSE(QM::CopyFiles(QM::CopyFilesStruct{source, &files, target, nullptr, true, false}));
+    EXPECT_FALSE(Copy(true, false, {L"none.dwg", L"b.dwg"}));
     EXPECT_EQ(Read(L"b.dwg"), "B");
 }
 
 TEST_F(CopyTest, RecursiveListCopiesSubFoldersWholeAndOnlyListedFiles)
 {
-    CStringArray files;
-    files.Add(L"a.dwg");
-    EXPECT_TRUE(QM::CopyFiles(QM::CopyFilesStruct{source, &files, target, nullptr, false, true}));
+    EXPECT_TRUE(Copy(false, true, {L"a.dwg"}));
     EXPECT_EQ(Read(L"a.dwg"), "A");
     EXPECT_EQ(Read(L"sub\\d.dwg"), "D");
-    if (!UnderWine()) {
+    if (!kUnderWine) {
         EXPECT_EQ(Read(L"sub\\deeper\\e.dwg"), "E");
     }
     EXPECT_FALSE(Exists(copied + L"b.dwg"));
     EXPECT_FALSE(Exists(copied + L"c.txt"));
 }
 
-TEST_F(CopyTest, TreeCopyKeepsNestingAndReadOnlyFiles)
+TEST_F(CopyTest, TreeCopyKeepsNestingAndReadOnlyFilesButNeedsItsSource)
 {
+    EXPECT_FALSE(QM::CopyTree(dir.Path() + L"none", target, true));
     EXPECT_TRUE(QM::CopyTree(source, dir.Path() + L"new\\deep", false));
     copied = dir.Path() + L"new\\deep\\Sym\\";
     EXPECT_EQ(Read(L"b.dwg"), "B");
     EXPECT_EQ(Read(L"ro.dwg"), "R");
-    if (!UnderWine()) {
+    if (!kUnderWine) {
         EXPECT_EQ(Read(L"sub\\deeper\\e.dwg"), "E");
     }
     EXPECT_TRUE(GetFileAttributesW(copied + L"ro.dwg") & FILE_ATTRIBUTE_READONLY);
 }
 
-TEST_F(CopyTest, MissingSourceFolderFails)
+TEST_F(CopyTest, EveryModeAsksOnlyWhenItMayNotOverwriteAnOldFile)
 {
-    EXPECT_FALSE(QM::CopyTree(dir.Path() + L"none", target, true));
-}
-
-// Every mode against a target that already holds an old a.dwg.
-struct ModeCase
-{
-    const char* name;
-    bool list;
-    bool recursive;
-};
-
-class CopyOverwriteTest : public CopyTest, public ::testing::WithParamInterface<ModeCase>
-{
-protected:
-    bool Copy(bool overwrite)
-    {
-        files.RemoveAll();
-        files.Add(L"a.dwg");
-        const ModeCase& mode = GetParam();
-        return QM::CopyFiles(
-            QM::CopyFilesStruct{source, mode.list ? &files : nullptr, target, nullptr, overwrite, mode.recursive});
+    const struct { const char* name; bool list, recursive; } modes[] = {
+        {"list flat", true, false}, {"whole flat", false, false},
+        {"list recursive", true, true}, {"whole recursive", false, true}};
+    const struct { bool old, overwrite, asks; const char* result; } cases[] = {
+        {false, false, false, "A"}, {true, true, false, "A"}, {true, false, true, "old"}};
+    for (const auto& mode : modes) {
+        for (const auto& c : cases) {
+            qmtest::RemoveTree(target);
+            if (c.old)
+                dir.WriteFile(L"tgt\\Sym\\a.dwg", "old");
+            SCOPED_TRACE(::testing::Message() << mode.name << ", old " << c.old << ", overwrite " << c.overwrite);
+            // The box is answered No, so the old file stays.
+            qmtest::MsgBoxWatcher watcher(qmtest::MsgBoxWatcher::Press(IDNO), nullptr, c.asks ? 10000 : 1500);
+            const bool copiedOk = mode.list ? Copy(c.overwrite, mode.recursive, {L"a.dwg"})
+                                            : Copy(c.overwrite, mode.recursive);
+            EXPECT_EQ(watcher.Wait().found, c.asks);
+            EXPECT_EQ(Read(L"a.dwg"), c.result);
+            EXPECT_TRUE(copiedOk || c.asks);
+        }
     }
-
-    CStringArray files;
-};
-
-TEST_P(CopyOverwriteTest, FreshTargetIsWrittenWithoutAQuestion)
-{
-    MsgBoxWatcher watcher(MsgBoxWatcher::Press(IDNO), nullptr, 1500);
-    EXPECT_TRUE(Copy(false));
-    EXPECT_FALSE(watcher.Wait().found);
-    EXPECT_EQ(Read(L"a.dwg"), "A");
 }
-
-TEST_P(CopyOverwriteTest, OverwriteReplacesWithoutAQuestion)
-{
-    dir.WriteFile(L"tgt\\Sym\\a.dwg", "old");
-    MsgBoxWatcher watcher(MsgBoxWatcher::Press(IDNO), nullptr, 1500);
-    EXPECT_TRUE(Copy(true));
-    EXPECT_FALSE(watcher.Wait().found);
-    EXPECT_EQ(Read(L"a.dwg"), "A");
-}
-
-TEST_P(CopyOverwriteTest, WithoutOverwriteTheShellAsksAndNoKeepsTheFile)
-{
-    dir.WriteFile(L"tgt\\Sym\\a.dwg", "old");
-    MsgBoxWatcher watcher(MsgBoxWatcher::Press(IDNO));
-    Copy(false);
-    EXPECT_TRUE(watcher.Wait().found);
-    EXPECT_EQ(Read(L"a.dwg"), "old");
-}
-
-INSTANTIATE_TEST_SUITE_P(Modes, CopyOverwriteTest,
-                         ::testing::Values(ModeCase{"ListFlat", true, false}, ModeCase{"WholeFlat", false, false},
-                                           ModeCase{"ListRecursive", true, true},
-                                           ModeCase{"WholeRecursive", false, true}),
-                         [](const ::testing::TestParamInfo<ModeCase>& info) { return info.param.name; });
 
 class DeleteTest : public ::testing::Test
 {
@@ -191,13 +154,6 @@ TEST_F(DeleteTest, SingleFileAndWildcard)
     EXPECT_EQ(TempDir::ReadFile(keep), "c");
 }
 
-TEST_F(DeleteTest, MissingNullAndEmptyPathsFail)
-{
-    EXPECT_FALSE(QM::DeleteFiles(dir.Path() + L"none.tmp", false));
-    EXPECT_FALSE(QM::DeleteFiles(nullptr, false));
-    EXPECT_FALSE(QM::DeleteFiles(L"", false));
-}
-
 // "\." steps lengthen a path without changing what it names.
 CString Padded(const CString& folder, const wchar_t* name, int minLength)
 {
@@ -208,17 +164,19 @@ CString Padded(const CString& folder, const wchar_t* name, int minLength)
     return path + L"\\" + name;
 }
 
-TEST_F(DeleteTest, PathsPastTheBufferAreRefused)
+TEST_F(DeleteTest, MissingEmptyAndPastTheBufferPathsAreRefused)
 {
+    EXPECT_FALSE(QM::DeleteFiles(dir.Path() + L"none.tmp", false));
+    EXPECT_FALSE(QM::DeleteFiles(nullptr, false));
+    EXPECT_FALSE(QM::DeleteFiles(L"", false));
+    EXPECT_FALSE(QM::DeleteFiles(CString(L'a', 5000), false));
+
     const CString file = dir.WriteFile(L"x.tmp", "x");
     const CString tooLong = Padded(dir.Path(), L"x.tmp", 259);
     ASSERT_GE(tooLong.GetLength(), 259);
     EXPECT_FALSE(QM::DeleteFiles(tooLong, false));
     EXPECT_TRUE(Exists(file));
-    EXPECT_FALSE(QM::DeleteFiles(CString(L'a', 5000), false));
-
-    const CString fits = Padded(dir.Path(), L"x.tmp", 200);
-    EXPECT_TRUE(QM::DeleteFiles(fits, false));
+    EXPECT_TRUE(QM::DeleteFiles(Padded(dir.Path(), L"x.tmp", 200), false));
     EXPECT_FALSE(Exists(file));
 }
 
@@ -233,7 +191,7 @@ TEST_F(DeleteTest, TreeWithReadOnlyFilesGoes)
     EXPECT_EQ(TempDir::ReadFile(sibling), "s");
 }
 
-TEST_F(DeleteTest, DelTreeOfAFileAndOfMissingPaths)
+TEST_F(DeleteTest, DelTreeTakesFilesAndMissingPathsButRefusesABareDrive)
 {
     const CString file = dir.WriteFile(L"f.dwg", "f");
     EXPECT_TRUE(QM::DelTree(file));
@@ -241,10 +199,6 @@ TEST_F(DeleteTest, DelTreeOfAFileAndOfMissingPaths)
     EXPECT_TRUE(QM::DelTree(file));
     EXPECT_TRUE(QM::DeleteTree(dir.Path() + L"none\\", false));
     EXPECT_TRUE(QM::DelTree(nullptr));
-}
-
-TEST_F(DeleteTest, BareDriveIsRefused)
-{
     // An unmapped letter: were the guard missing, the answer would be true
     // (absent path) instead of the refusal.
     EXPECT_FALSE(QM::DelTree(L"Q:"));

@@ -7,87 +7,50 @@
 
 namespace {
 
-std::set<std::wstring> AsSet(const CStringArray& names)
+TEST(ListingTest, SuffixRulesForFilesAndFolders)
 {
-    std::set<std::wstring> set;
-    for (INT_PTR i = 0; i < names.GetSize(); ++i)
-        set.insert(names[i].GetString());
-    return set;
-}
-
-class ListingTest : public ::testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        dir.WriteFile(L"drawing.dwg", "1");
-        dir.WriteFile(L"plan.DWG", "2");
-        dir.WriteFile(L"xgd.dwg", "3");
-        dir.WriteFile(L"notes.txt", "4");
-        const CString ro = dir.WriteFile(L"locked.dwg", "5");
-        SetFileAttributesW(ro, FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_ARCHIVE);
-        for (const wchar_t* sub : {L"x.DWG", L"proj", L"y.dwg.old", L"pdwg"})
-            CreateDirectoryW(dir.Path() + sub, nullptr);
-        out.Add(L"left over from an earlier call");
-    }
-
     qmtest::TempDir dir;
-    CStringArray out;
-};
-
-TEST_F(ListingTest, FilesLoseEveryTrailingCharacterOfTheSuffixSet)
-{
-    EXPECT_EQ(QM::GetPathFiles(dir.Path(), out, L"*", L"dwg", false), 4);
-    // "xgd.dwg" loses ".dwg" and then "gd" as well; "plan.DWG" keeps its
-    // upper-case suffix because the trim compares characters exactly.
-    EXPECT_EQ(AsSet(out), (std::set<std::wstring>{L"drawin", L"plan.DWG", L"x", L"locke"}));
-}
-
-TEST_F(ListingTest, FilesKeepTheirNamesWithKeepExt)
-{
-    EXPECT_EQ(QM::GetPathFiles(dir.Path(), out, L"*", L"dwg", true), 4);
-    EXPECT_EQ(AsSet(out), (std::set<std::wstring>{L"drawing.dwg", L"plan.DWG", L"xgd.dwg", L"locked.dwg"}));
-}
-
-TEST_F(ListingTest, LeadingDotsAndTrailingBackslashesAreIgnored)
-{
-    CString folder = dir.Path() + L"\\\\";
-    EXPECT_EQ(QM::GetPathFiles(folder, out, L"d*", L"..dwg", true), 1);
-    ASSERT_EQ(out.GetSize(), 1);
-    EXPECT_EQ(out[0], CString(L"drawing.dwg"));
-}
-
-TEST_F(ListingTest, FoldersAreNotListedAsFiles)
-{
-    // Wine reports folders with the directory attribute alone, so they show
-    // the archive filter at work: a "*.*" search finds them and drops them.
-    EXPECT_EQ(QM::GetPathFiles(dir.Path(), out, L"*", L"*", true), 5);
-    EXPECT_EQ(AsSet(out).count(L"proj"), 0u);
-    EXPECT_EQ(AsSet(out).count(L"x.DWG"), 0u);
-}
-
-TEST_F(ListingTest, FoldersLoseExactlyTheSuffixIgnoringCase)
-{
-    EXPECT_EQ(QM::GetPathDirs(dir.Path(), out, L"*", L"dwg", false), 1);
-    ASSERT_EQ(out.GetSize(), 1);
-    EXPECT_EQ(out[0], CString(L"x"));
-}
-
-TEST_F(ListingTest, EveryFolderButDotsWithWildcards)
-{
-    EXPECT_EQ(QM::GetPathDirs(dir.Path(), out, L"*", L"*", false), 4);
-    EXPECT_EQ(AsSet(out), (std::set<std::wstring>{L"x.DWG", L"proj", L"y.dwg.old", L"pdwg"}));
-    EXPECT_EQ(QM::GetPathDirs(dir.Path(), out, L"*", L"old", false), 1);
-    EXPECT_EQ(out[0], CString(L"y.dwg"));
-}
-
-TEST_F(ListingTest, MissingFolderEmptiesTheOutput)
-{
-    EXPECT_EQ(QM::GetPathFiles(dir.Path() + L"missing", out, L"*", L"*", true), 0);
-    EXPECT_EQ(out.GetSize(), 0);
-    out.Add(L"x");
-    EXPECT_EQ(QM::GetPathDirs(nullptr, out, nullptr, nullptr, true), 0);
-    EXPECT_EQ(out.GetSize(), 0);
+    for (const wchar_t* file : {L"drawing.dwg", L"plan.DWG", L"xgd.dwg", L"notes.txt", L"locked.dwg"})
+        dir.WriteFile(file, "x");
+    SetFileAttributesW(dir.Path() + L"locked.dwg", FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_ARCHIVE);
+    for (const wchar_t* sub : {L"x.DWG", L"proj", L"y.dwg.old", L"pdwg"})
+        CreateDirectoryW(dir.Path() + sub, nullptr);
+    const CString folder = dir.Path(), trailing = folder + L"\\\\", missing = folder + L"missing";
+    using Names = std::set<std::wstring>;
+    const struct {
+        const char* row;
+        decltype(&QM::GetPathFiles) list;
+        const wchar_t *folder, *name, *ext;
+        bool keepExt;
+        Names expected;
+    } rows[] = {
+        // A character-set trim: "xgd.dwg" loses ".dwg" and then "gd" as well;
+        // "plan.DWG" keeps its upper-case suffix as characters compare exactly.
+        {"files trimmed", QM::GetPathFiles, folder, L"*", L"dwg", false, {L"drawin", L"plan.DWG", L"x", L"locke"}},
+        {"files kept", QM::GetPathFiles, folder, L"*", L"dwg", true,
+         {L"drawing.dwg", L"plan.DWG", L"xgd.dwg", L"locked.dwg"}},
+        {"dots and backslashes", QM::GetPathFiles, trailing, L"d*", L"..dwg", true, {L"drawing.dwg"}},
+        // Wine reports folders with the directory attribute alone, so they show
+        // the archive filter at work: a "*.*" search finds them and drops them.
+        {"no folders as files", QM::GetPathFiles, folder, L"*", L"*", true,
+         {L"drawing.dwg", L"plan.DWG", L"xgd.dwg", L"notes.txt", L"locked.dwg"}},
+        // Folders lose exactly the suffix, ignoring case.
+        {"folders trimmed", QM::GetPathDirs, folder, L"*", L"dwg", false, {L"x"}},
+        {"folders but dots", QM::GetPathDirs, folder, L"*", L"*", false, {L"x.DWG", L"proj", L"y.dwg.old", L"pdwg"}},
+        {"last suffix only", QM::GetPathDirs, folder, L"*", L"old", false, {L"y.dwg"}},
+        {"missing folder", QM::GetPathFiles, missing, L"*", L"*", true, {}},
+        {"null folder", QM::GetPathDirs, nullptr, nullptr, nullptr, true, {}},
+    };
+    for (const auto& row : rows) {
+        CStringArray out;
+        out.Add(L"left over from an earlier call");
+        EXPECT_EQ(row.list(row.folder, out, row.name, row.ext, row.keepExt), static_cast<int>(row.expected.size()))
+            << row.row;
+        Names names;
+        for (INT_PTR i = 0; i < out.GetSize(); ++i)
+            names.insert(out[i].GetString());
+        EXPECT_EQ(names, row.expected) << row.row;
+    }
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <shlobj.h>
 
+#include <functional>
 #include <utility>
 
 namespace qmtest {
@@ -11,49 +12,48 @@ namespace qmtest {
 namespace {
 
 // The browse dialog's own control ids (the same on Windows and in Wine).
-constexpr int kTitleId = 0x3742;
-constexpr int kStatusId = 0x3743;
-constexpr int kTreeId = 0x3741;
+enum { kTreeId = 0x3741, kTitleId = 0x3742, kStatusId = 0x3743 };
 
 CString Text(HWND window)
 {
-    CString text;
-    const int length = GetWindowTextLengthW(window);
-    GetWindowTextW(window, text.GetBuffer(length + 1), length + 1);
-    text.ReleaseBuffer();
+    wchar_t text[MAX_PATH] = L"";
+    GetWindowTextW(window, text, MAX_PATH);
     return text;
 }
 
 FolderDialogState State(HWND dialog)
 {
-    FolderDialogState state;
-    state.okEnabled = IsWindowEnabled(GetDlgItem(dialog, IDOK)) != FALSE;
-    state.status = Text(GetDlgItem(dialog, kStatusId));
-    return state;
+    return {IsWindowEnabled(GetDlgItem(dialog, IDOK)) != FALSE, Text(GetDlgItem(dialog, kStatusId))};
 }
 
-HWND FindBrowseDialog(DWORD timeoutMs)
+void Drive(FolderDialogSeen& seen, const std::vector<CString>& selections, int button)
 {
-    for (DWORD waited = 0; waited < timeoutMs; waited += 20) {
-        HWND dialog = FindProcessDialog();
-        if (dialog != nullptr && GetDlgItem(dialog, kTreeId) != nullptr)
-            return dialog;
+    HWND dialog = nullptr;
+    for (int waited = 0; waited < 10000 && dialog == nullptr; waited += 20) {
         Sleep(20);
+        dialog = FindProcessDialog();
+        if (dialog != nullptr && GetDlgItem(dialog, kTreeId) == nullptr)
+            dialog = nullptr;
     }
-    return nullptr;
+    if (dialog == nullptr)
+        return;
+    Sleep(100);  // let the dialog finish filling its tree
+    seen = {true, Text(GetDlgItem(dialog, kTitleId)), IsWindowVisible(GetDlgItem(dialog, kStatusId)) != FALSE,
+            State(dialog), {}};
+    for (const CString& path : selections) {
+        SendMessageW(dialog, BFFM_SETSELECTIONW, TRUE, reinterpret_cast<LPARAM>(path.GetString()));
+        Sleep(300);  // the dialog may still have posted work of its own
+        seen.steps.push_back(State(dialog));
+    }
+    PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, button)));
 }
 
 }  // namespace
 
-FolderDialogWatcher::FolderDialogWatcher(std::vector<CString> selections, int button, DWORD timeoutMs)
-    : m_thread(&FolderDialogWatcher::Run, this, std::move(selections), button, timeoutMs)
+FolderDialogWatcher::FolderDialogWatcher(std::vector<CString> selections, int button)
+    : m_thread(Drive, std::ref(m_seen), std::move(selections), button)
 {
-}
-
-FolderDialogWatcher::~FolderDialogWatcher()
-{
-    if (m_thread.joinable())
-        m_thread.join();
 }
 
 const FolderDialogSeen& FolderDialogWatcher::Wait()
@@ -61,25 +61,6 @@ const FolderDialogSeen& FolderDialogWatcher::Wait()
     if (m_thread.joinable())
         m_thread.join();
     return m_seen;
-}
-
-void FolderDialogWatcher::Run(std::vector<CString> selections, int button, DWORD timeoutMs)
-{
-    HWND dialog = FindBrowseDialog(timeoutMs);
-    if (dialog == nullptr)
-        return;
-    Sleep(100);  // let the dialog finish filling its tree
-    m_seen.found = true;
-    m_seen.title = Text(GetDlgItem(dialog, kTitleId));
-    m_seen.statusVisible = IsWindowVisible(GetDlgItem(dialog, kStatusId)) != FALSE;
-    m_seen.initial = State(dialog);
-    for (const CString& path : selections) {
-        SendMessageW(dialog, BFFM_SETSELECTIONW, TRUE, reinterpret_cast<LPARAM>(path.GetString()));
-        Sleep(300);  // the dialog may still have posted work of its own
-        m_seen.steps.push_back(State(dialog));
-    }
-    PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
-                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, button)));
 }
 
 }  // namespace qmtest

@@ -1,11 +1,10 @@
 // FolderDialogWatcher.h - drives the shell's folder-browse dialog from a
-// thread: reads its title and status text, selects items by path, records
-// the OK button's state after each selection and closes it.
+// thread: selects each path in turn, records what the dialog shows and
+// presses `button` (IDOK or IDCANCEL).
 //
 //   qmtest::FolderDialogWatcher watcher({dir + L"a"}, IDOK);
 //   CString chosen = QM::GetDir(nullptr, 1, 0, "Pick");   // blocks until closed
-//   const qmtest::FolderDialogSeen& seen = watcher.Wait();
-//   EXPECT_TRUE(seen.steps[0].okEnabled);
+//   EXPECT_TRUE(watcher.Wait().steps.at(0).okEnabled);
 #pragma once
 #include <QMUtil.h>
 
@@ -32,18 +31,11 @@ struct FolderDialogSeen
 class FolderDialogWatcher
 {
 public:
-    // Selects each path in turn (BFFM_SETSELECTION by path text), then
-    // presses `button` (IDOK or IDCANCEL).
-    FolderDialogWatcher(std::vector<CString> selections, int button, DWORD timeoutMs = 10000);
-    ~FolderDialogWatcher();
-    FolderDialogWatcher(const FolderDialogWatcher&) = delete;
-    FolderDialogWatcher& operator=(const FolderDialogWatcher&) = delete;
-
+    FolderDialogWatcher(std::vector<CString> selections, int button);
+    ~FolderDialogWatcher() { Wait(); }
     const FolderDialogSeen& Wait();
 
 private:
-    void Run(std::vector<CString> selections, int button, DWORD timeoutMs);
-
     FolderDialogSeen m_seen;
     std::thread m_thread;
 };
