@@ -4,76 +4,42 @@
 #include <gtest/gtest.h>
 
 #include "support/CadFixture.h"
-#include "support/ChildProcess.h"
 
 using qmtest::Cad;
-using qmtest::SettingOverride;
 
 namespace {
 
-class CadCmdLine : public ::testing::Test
+// Only ";"-terminated pieces of the profile's list count, and a piece the
+// merged text already contains (in any case, even as part of a longer
+// folder) is not added again.
+TEST(CadCmdLine, ProfileListIsMergedAfterTheSuiteFolders)
 {
-protected:
-    void SetUp() override
+    const struct Row
     {
-        if (qmtest::IsChildProcess())
-            GTEST_SKIP();
-        m_general = CString(qmtest::kProfileKey) + L"General";
-        m_guard = std::make_unique<qmtest::RegGuard>(HKEY_CURRENT_USER, m_general);
-    }
-    CString Run(const wchar_t* profileList)
-    {
-        qmtest::SetRegValue(HKEY_CURRENT_USER, m_general, L"ACAD", profileList);
+        const wchar_t *key, *setting, *profileList;
+        CString expected;
+    } rows[] = {
+        {L"NoLogo", L"1", L"C:\\A;C:\\B;", L"/s \"C:\\A;C:\\B\" /nologo"},
+        {L"NoLogo", L"1", L"C:\\A;C:\\B", L"/s \"C:\\A\" /nologo"},
+        {L"NoLogo", L"1", L"C:\\A", L"/s \"\" /nologo"},
+        {L"NoLogo", L"0", L"C:\\A;", L"/s \"C:\\A\""},
+        {L"/s", L";D:\\Suite\\Support;", L" d:\\suite\\support ;E:\\X;;D:\\Suite;",
+         L"/s \"D:\\Suite\\Support;E:\\X\" /nologo"},
+        {L"/s", L"%INSTALLDIR%Support", L"E:\\X;", L"/s \"" + Cad().Folder(L"Suite\\Support;E:\\X") + L"\" /nologo"},
+        // An empty profile list gives way to the default one.
+        {L"DefaultCADSearchPath", L"%ACAD15Dir%Support;%ACAD15Dir%Fonts;x", L"",
+         L"/s \"" + Cad().Folder(L"AutoCAD 2002\\Support;") + Cad().Folder(L"AutoCAD 2002\\Fonts") + L"\" /nologo"},
+    };
+    const CString general = CString(qmtest::kProfileKey) + L"General";
+    qmtest::RegGuard guard(HKEY_CURRENT_USER, general);
+    for (const Row& row : rows) {
+        qmtest::SettingOverride setting(row.key, row.setting, L"CADCmdLine");
+        qmtest::SetRegValue(HKEY_CURRENT_USER, general, L"ACAD", row.profileList);
         CString exe, cmdLine;
         EXPECT_TRUE(QM::GetCADCmdLineString(exe, cmdLine));
-        return cmdLine;
+        EXPECT_EQ(row.expected, cmdLine) << row.key << "=" << row.setting << ", profile list " << row.profileList;
+        EXPECT_EQ(Cad().Folder(L"AutoCAD 2005\\acad.exe"), exe);   // expanded
     }
-    CString m_general;
-    std::unique_ptr<qmtest::RegGuard> m_guard;
-};
-
-TEST_F(CadCmdLine, ProfileListWithFinalSemicolonIsMergedWhole)
-{
-    EXPECT_EQ(CString(L"/s \"C:\\A;C:\\B\" /nologo"), Run(L"C:\\A;C:\\B;"));
-}
-
-TEST_F(CadCmdLine, TextAfterTheLastSemicolonIsIgnored)
-{
-    EXPECT_EQ(CString(L"/s \"C:\\A\" /nologo"), Run(L"C:\\A;C:\\B"));
-    EXPECT_EQ(CString(L"/s \"\" /nologo"), Run(L"C:\\A"));
-}
-
-TEST_F(CadCmdLine, SuiteFoldersComeFirstAndContainedPiecesCountAsPresent)
-{
-    SettingOverride suite(L"/s", L";D:\\Suite\\Support;", L"CADCmdLine");
-    EXPECT_EQ(CString(L"/s \"D:\\Suite\\Support;E:\\X\" /nologo"), Run(L" d:\\suite\\support ;E:\\X;;D:\\Suite;"));
-}
-
-TEST_F(CadCmdLine, SuiteFoldersAreExpanded)
-{
-    SettingOverride suite(L"/s", L"%INSTALLDIR%Support", L"CADCmdLine");
-    EXPECT_EQ(L"/s \"" + Cad().Folder(L"Suite\\Support;E:\\X") + L"\" /nologo", Run(L"E:\\X;"));
-}
-
-TEST_F(CadCmdLine, NoLogoZeroLeavesTheSwitchOut)
-{
-    SettingOverride logo(L"NoLogo", L"0", L"CADCmdLine");
-    EXPECT_EQ(CString(L"/s \"C:\\A\""), Run(L"C:\\A;"));
-}
-
-TEST_F(CadCmdLine, EmptyProfileListUsesTheDefaultList)
-{
-    SettingOverride list(L"DefaultCADSearchPath", L"%ACAD15Dir%Support;%ACAD15Dir%Fonts;x", L"CADCmdLine");
-    EXPECT_EQ(L"/s \"" + Cad().Folder(L"AutoCAD 2002\\Support;") + Cad().Folder(L"AutoCAD 2002\\Fonts") +
-                  L"\" /nologo",
-              Run(L""));
-}
-
-TEST_F(CadCmdLine, ExecutableIsExpanded)
-{
-    CString exe, cmdLine;
-    ASSERT_TRUE(QM::GetCADCmdLineString(exe, cmdLine));
-    EXPECT_EQ(Cad().Folder(L"AutoCAD 2005\\acad.exe"), exe);
 }
 
 }  // namespace

@@ -7,52 +7,45 @@
 #include "support/ChildProcess.h"
 
 using qmtest::Cad;
+using qmtest::kProfileName;
 
 namespace {
-
-const wchar_t kProfile[] = L"<<QM Test>>";
 
 class CadMenu : public ::testing::Test
 {
 protected:
-    void SetUp() override
+    CadMenu() { QM::CADMenuSetting().SetFilePath(m_store); }
+    ~CadMenu() override { QM::CADMenuSetting().SetFilePath(m_previous); }
+    CString Reg(const wchar_t* key, const wchar_t* name)
     {
-        if (qmtest::IsChildProcess())
-            GTEST_SKIP();
-        m_key = CString(qmtest::kProfileKey);
-        m_guard = std::make_unique<qmtest::RegGuard>(HKEY_CURRENT_USER, m_key);
-        m_previous = QM::CADMenuSetting().GetFilePath();
-        m_store = m_dir.Path() + L"ACADMenu.INI";
-        QM::CADMenuSetting().SetFilePath(m_store);
+        return qmtest::GetRegValue(HKEY_CURRENT_USER, m_key + key, name);
     }
-    void TearDown() override
-    {
-        if (!m_previous.IsEmpty())
-            QM::CADMenuSetting().SetFilePath(m_previous);
-    }
-    CString Menu(const wchar_t* name) { return qmtest::GetRegValue(HKEY_CURRENT_USER, m_key + L"Menus", name); }
     CString Stored(const wchar_t* key)
     {
         wchar_t text[1024] = {};
-        GetPrivateProfileStringW(kProfile, key, L"<missing>", text, ARRAYSIZE(text), m_store);
+        GetPrivateProfileStringW(kProfileName, key, L"<missing>", text, ARRAYSIZE(text), m_store);
         return text;
     }
+
+    const CString m_key = qmtest::kProfileKey, m_previous = QM::CADMenuSetting().GetFilePath();
+    qmtest::RegGuard m_guard{HKEY_CURRENT_USER, m_key};
     qmtest::TempDir m_dir;
-    CString m_key, m_store, m_previous;
-    std::unique_ptr<qmtest::RegGuard> m_guard;
+    const CString m_store = m_dir.Path() + L"ACADMenu.INI";
 };
 
-TEST_F(CadMenu, SaveStoresMenuFileAndStringGroups)
+// Only string values are groups: the DWORD count stays out of the store.
+TEST_F(CadMenu, SaveStoresTheMenuFileAndTheStringGroups)
 {
     CString profile;
     ASSERT_TRUE(QM::SRCADMenu(true, profile));
-    EXPECT_EQ(CString(kProfile), profile);
+    EXPECT_EQ(CString(kProfileName), profile);
     EXPECT_EQ(Cad().Folder(L"AutoCAD 2005\\Support\\acad"), Stored(L"*MenuPathName"));
-    EXPECT_EQ(Menu(L"Group1"), Stored(L"Group1"));
-    EXPECT_EQ(Menu(L"Group2"), Stored(L"Group2"));
+    EXPECT_EQ(Reg(L"Menus", L"Group1"), Stored(L"Group1"));
+    EXPECT_EQ(Reg(L"Menus", L"Group2"), Stored(L"Group2"));
     EXPECT_EQ(CString(L"<missing>"), Stored(L"Count"));
 }
 
+// Saving while the profile holds the suite's menus would keep them for good.
 TEST_F(CadMenu, SaveIsRefusedWhileTheSuitesMenusAreIn)
 {
     ASSERT_TRUE(QM::SetIsInSoftware(true));
@@ -65,35 +58,33 @@ TEST_F(CadMenu, SaveIsRefusedWhileTheSuitesMenusAreIn)
     EXPECT_EQ(CString(L"0"), Stored(L"*InQMSoftWare"));
 }
 
-TEST_F(CadMenu, RestoreWithoutSavedMenuFileEmptiesIt)
+TEST_F(CadMenu, RestoreWithoutASavedMenuFileEmptiesIt)
 {
     CString profile;
     ASSERT_TRUE(QM::SRCADMenu(false, profile));
-    EXPECT_EQ(CString(), qmtest::GetRegValue(HKEY_CURRENT_USER, m_key + L"General Configuration", L"MenuFile"));
+    EXPECT_EQ(CString(), Reg(L"General Configuration", L"MenuFile"));
 }
 
-TEST_F(CadMenu, RestoreDropsMarkedGroupsAndPutsSavedOnesBack)
+// Saved text wins over a marker; unsaved groups with a marker (in any case)
+// are emptied, the others stay.
+TEST_F(CadMenu, RestorePutsSavedGroupsBackAndEmptiesMarkedOnes)
 {
-    const CString group3 = Menu(L"Group3");
-    WritePrivateProfileStringW(kProfile, L"*MenuPathName", L"C:\\Saved\\acad", m_store);
-    WritePrivateProfileStringW(kProfile, L"Group1", L"TVMENU C:\\Saved\\tv", m_store);
+    const CString group3 = Reg(L"Menus", L"Group3");
+    WritePrivateProfileStringW(kProfileName, L"*MenuPathName", L"C:\\Saved\\acad", m_store);
+    WritePrivateProfileStringW(kProfileName, L"Group1", L"TVMENU C:\\Saved\\tv", m_store);
     QM::CADMenuSetting().SetFilePath(m_store);
     qmtest::SetRegValue(HKEY_CURRENT_USER, m_key + L"Menus", L"Group4", L"tvMenu d:\\tv\\tv");
     CString profile;
     ASSERT_TRUE(QM::SRCADMenu(false, profile));
-    EXPECT_EQ(CString(L"C:\\Saved\\acad"),
-              qmtest::GetRegValue(HKEY_CURRENT_USER, m_key + L"General Configuration", L"MenuFile"));
-    EXPECT_EQ(CString(L"TVMENU C:\\Saved\\tv"), Menu(L"Group1"));   // saved text wins over its marker
-    EXPECT_EQ(CString(), Menu(L"Group2"));                          // "QMSuite" matches "qmsuite"
-    EXPECT_EQ(group3, Menu(L"Group3"));
-    EXPECT_EQ(CString(), Menu(L"Group4"));
-    DWORD count = 0, size = sizeof(count);
-    EXPECT_EQ(ERROR_SUCCESS,
-              RegGetValueW(HKEY_CURRENT_USER, m_key + L"Menus", L"Count", RRF_RT_REG_DWORD, nullptr, &count, &size));
-    EXPECT_EQ(3u, count);
+    EXPECT_EQ(CString(L"C:\\Saved\\acad"), Reg(L"General Configuration", L"MenuFile"));
+    EXPECT_EQ(CString(L"TVMENU C:\\Saved\\tv"), Reg(L"Menus", L"Group1"));
+    EXPECT_EQ(CString(), Reg(L"Menus", L"Group2"));   // "QMSuite" matches "qmsuite"
+    EXPECT_EQ(group3, Reg(L"Menus", L"Group3"));
+    EXPECT_EQ(CString(), Reg(L"Menus", L"Group4"));
 }
 
-// A fresh process whose start-up file has no menu switches.
+// A fresh process whose start-up file has no menu switch: the switch is
+// read once and kept.
 TEST(CadMenuChild, MissingSwitchRefusesAndChangesNothing)
 {
     QMTEST_CHILD_ONLY();
@@ -108,7 +99,7 @@ TEST(CadMenuChild, MissingSwitchRefusesAndChangesNothing)
         EXPECT_FALSE(QM::IsExist(store.Path() + L"ACADMenu.INI"));
     }
     qmtest::SettingOverride on(L"EnableSaveCADMenu", L"1", L"CADMenu");
-    EXPECT_FALSE(QM::EnableSaveCadMenu());   // read once, kept
+    EXPECT_FALSE(QM::EnableSaveCadMenu());
     qmtest::ChildReached();
 }
 

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "support/CadFixture.h"
-#include "support/ChildProcess.h"
 #include "support/MsgBoxWatcher.h"
 
 using qmtest::Cad;
@@ -16,16 +15,13 @@ namespace {
 const char kHostile[] = "(defun s::startup () (command \"explode\"))\r\n(command \"Undefine\" \"save\")\r\n"
                         "(setq p (getvar \"AcadPath\"))\r\n";
 const char kThreeWords[] = "(defun s::startup () (command \"explode\"))\r\n(command \"Undefine\" \"save\")\r\n";
+const char kLoader[] = "(load \"acadapp\")\r\n";
 
+// Scripts written into the installation, removed (read-only or not) after each test.
 class CadVirus : public ::testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        if (qmtest::IsChildProcess())
-            GTEST_SKIP();
-    }
-    void TearDown() override
+    ~CadVirus() override
     {
         for (const CString& file : m_written) {
             SetFileAttributesW(file, FILE_ATTRIBUTE_NORMAL);
@@ -40,32 +36,34 @@ protected:
     std::vector<CString> m_written;
 };
 
-TEST_F(CadVirus, FoldersInSearchOrderWithDuplicatesKept)
+// The host's folder, the profile's support path, the work folder, the
+// install folder, then the install folder's sub-folders in any order.
+TEST_F(CadVirus, FoldersAreSearchedInOrder)
 {
     CStringArray folders;
     QM::GetCadVirusFolders(folders);
-    std::vector<CString> expected = {Cad().Folder(L"AutoCAD 2005\\"), Cad().Folder(L"AutoCAD 2005\\Support\\"),
-                                     Cad().Folder(L"AutoCAD 2005\\Fonts\\"), Cad().Folder(L"Work\\W\\X\\"),
-                                     Cad().Folder(L"Suite\\")};
-    ASSERT_GE(folders.GetSize(), 8);
-    for (size_t i = 0; i < expected.size(); ++i)
-        EXPECT_EQ(expected[i], folders[static_cast<INT_PTR>(i)]);
-    std::vector<CString> subs;
-    for (INT_PTR i = 5; i < folders.GetSize(); ++i)
-        subs.push_back(folders[i]);
-    std::sort(subs.begin(), subs.end(), [](const CString& a, const CString& b) { return wcscmp(a, b) < 0; });
-    EXPECT_EQ((std::vector<CString>{Cad().Folder(L"Suite\\Bin\\"), Cad().Folder(L"Suite\\Support\\"),
-                                    Cad().Folder(L"Suite\\Sys\\")}),
-              subs);
+    ASSERT_EQ(8, folders.GetSize());
+    std::vector<CString> found(folders.GetData(), folders.GetData() + 8), expected;
+    std::sort(found.begin() + 5, found.end());
+    for (const wchar_t* folder : {L"AutoCAD 2005\\", L"AutoCAD 2005\\Support\\", L"AutoCAD 2005\\Fonts\\",
+                                  L"Work\\W\\X\\", L"Suite\\", L"Suite\\Bin\\", L"Suite\\Support\\", L"Suite\\Sys\\"})
+        expected.push_back(Cad().Folder(folder));
+    EXPECT_EQ(expected, found);
 }
 
-TEST_F(CadVirus, HostileWordsMustAllBeThere)
+// Only acad.lsp and acadapp.lsp (in any case) are judged, and only the four
+// words together make one hostile: the loader rule looks for lower-case
+// words in an upper-cased line and never fires, which keeps the host's own
+// acadapp.lsp alive.
+TEST_F(CadVirus, OnlyAllFourWordsInAStartupScriptMakeItHostile)
 {
-    EXPECT_TRUE(QM::IsCadVirusFile(Write(L"Suite\\Bin\\acad.lsp", kHostile)));
-    EXPECT_FALSE(QM::IsCadVirusFile(Write(L"Suite\\Sys\\acad.lsp", kThreeWords)));
-    EXPECT_FALSE(QM::IsCadVirusFile(Write(L"Suite\\Support\\acadapp.lsp", "(load \"acadapp\")\r\n")));
-    EXPECT_FALSE(QM::IsCadVirusFile(Write(L"Suite\\Support\\other.lsp", kHostile)));
-    EXPECT_TRUE(QM::IsCadVirusFile(Write(L"Suite\\Support\\ACADAPP.LSP", kHostile)));
+    const struct { const wchar_t* file; const char* text; bool hostile; } rows[] = {
+        {L"Suite\\Bin\\acad.lsp", kHostile, true},           {L"Suite\\Support\\ACADAPP.LSP", kHostile, true},
+        {L"Suite\\Sys\\acad.lsp", kThreeWords, false},       {L"Suite\\Support\\acadapp.lsp", kLoader, false},
+        {L"Suite\\Support\\other.lsp", kHostile, false},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(row.hostile, QM::IsCadVirusFile(Write(row.file, row.text))) << row.file;
 }
 
 TEST_F(CadVirus, HostileScriptsAreDeletedReadOnlyOnesToo)
@@ -74,7 +72,7 @@ TEST_F(CadVirus, HostileScriptsAreDeletedReadOnlyOnesToo)
     const CString readOnly = Write(L"Suite\\Bin\\acadapp.lsp", kHostile);
     SetFileAttributesW(readOnly, FILE_ATTRIBUTE_READONLY);
     const CString kept = Write(L"Suite\\acad.lsp", kThreeWords);
-    const CString benign = Write(L"AutoCAD 2005\\acadapp.lsp", "(load \"acadapp\")\r\n");
+    const CString benign = Write(L"AutoCAD 2005\\acadapp.lsp", kLoader);
     QM::KillCadVirus();
     EXPECT_FALSE(QM::IsExist(hostile));
     EXPECT_FALSE(QM::IsExist(readOnly));
@@ -86,11 +84,10 @@ TEST_F(CadVirus, UndeletableScriptsAreListedInOneMessage)
 {
     const CString first = Write(L"AutoCAD 2005\\acad.lsp", kHostile);
     const CString second = Write(L"Suite\\Sys\\acadapp.lsp", kHostile);
-    HANDLE locks[2];
-    int n = 0;
+    std::vector<HANDLE> locks;
     for (const CString& file : {first, second})
-        locks[n++] = CreateFileW(file, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
-                                 nullptr);
+        locks.push_back(CreateFileW(file, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
+                                    nullptr));
     qmtest::MsgBoxWatcher watcher(qmtest::MsgBoxWatcher::Press(IDOK));
     QM::KillCadVirus();
     const qmtest::MsgBoxSeen& seen = watcher.Wait();

@@ -3,6 +3,10 @@
 
 #include "support/ChildProcess.h"
 
+#include <memory>
+#include <tuple>
+#include <vector>
+
 namespace qmtest {
 
 const wchar_t kSoftKey[] = L"SOFTWARE\\Tarvel\\QMTestSuite\\9.1";
@@ -10,117 +14,75 @@ const wchar_t kR161[] = L"Software\\Autodesk\\AutoCAD\\R16.1";
 const wchar_t kProfileName[] = L"<<QM Test>>";
 const wchar_t kProfileKey[] = L"Software\\Autodesk\\AutoCAD\\R16.1\\\\Profiles\\<<QM Test>>\\";
 
-namespace {
-
-CadInstallation* g_installation = nullptr;
-
-void Touch(const TempDir& dir, const wchar_t* name)
-{
-    dir.WriteFile(name, "MZ");
-}
-
-}  // namespace
-
 CadInstallation::CadInstallation()
 {
-    LayOutFolders();
-    WriteRegistry();
-    WriteIni();
-    m_previousIni = QM::CInitSetting().GetFilePath();
-    QM::CInitSetting().SetFilePath(IniPath());
-}
-
-CadInstallation::~CadInstallation()
-{
-    // A process that had no start-up file keeps the fixture's values cached;
-    // the file itself goes with the folder.
-    QM::CInitSetting().SetFilePath(m_previousIni);
-    m_guards.clear();
-}
-
-void CadInstallation::LayOutFolders()
-{
     for (const wchar_t* exe : {L"AutoCAD 2005\\Acad.exe", L"AutoCAD 2002\\Acad.exe", L"R14\\Acad.exe"})
-        Touch(m_dir, exe);
-    for (const wchar_t* folder :
-         {L"AutoCAD 2005\\Support", L"AutoCAD 2005\\Fonts", L"AutoCAD 2005\\express", L"AutoCAD 2005 EN",
-          L"AutoCAD 2005 EN\\Support", L"AutoCAD 2002\\Support", L"Suite", L"Suite\\Bin", L"Suite\\Support",
-          L"Suite\\Sys", L"Local", L"Local\\Data"})
-        CreateDirectoryW(Folder(folder), nullptr);
+        m_dir.WriteFile(exe, "MZ");
+    for (const wchar_t* folder : {L"AutoCAD 2005\\Fonts", L"AutoCAD 2005\\express", L"AutoCAD 2005 EN\\Support",
+                                  L"AutoCAD 2002\\Support", L"Suite\\Bin", L"Suite\\Support", L"Suite\\Sys",
+                                  L"Local\\Data"})
+        QM::MkMDir(Folder(folder));
     m_dir.WriteFile(L"AutoCAD 2005\\Support\\acad.mnu", "***MENUGROUP=ACAD\r\n");
-}
 
-void CadInstallation::WriteRegistry()
-{
+    // A clean start whatever the prefix held; the guards put it back.
     const HKEY lm = HKEY_LOCAL_MACHINE, cu = HKEY_CURRENT_USER;
-    for (auto guard : {std::make_pair(lm, L"SOFTWARE\\Tarvel\\QMTestSuite"),
-                       std::make_pair(cu, L"SOFTWARE\\Tarvel\\QMTestSuite"), std::make_pair(lm, kR161),
-                       std::make_pair(cu, kR161), std::make_pair(lm, L"Software\\Autodesk\\AutoCAD\\R15.0"),
-                       std::make_pair(lm, L"Software\\Autodesk\\AutoCAD\\R14.0")})
-        m_guards.push_back(std::make_unique<RegGuard>(guard.first, guard.second));
-    for (auto guard : {std::make_pair(lm, kR161), std::make_pair(cu, kR161),
-                       std::make_pair(lm, L"Software\\Autodesk\\AutoCAD\\R15.0"),
-                       std::make_pair(lm, L"Software\\Autodesk\\AutoCAD\\R14.0")})
-        RegDeleteTreeW(guard.first, guard.second);   // a clean release, whatever was there (restored later)
+    const CString suite = L"SOFTWARE\\Tarvel\\QMTestSuite", r161 = kR161, r150 = L"Software\\Autodesk\\AutoCAD\\R15.0",
+                  r140 = L"Software\\Autodesk\\AutoCAD\\R14.0", profile = r161 + L"\\Profiles\\" + kProfileName;
+    const std::pair<HKEY, CString> keys[] = {{lm, suite}, {cu, suite}, {lm, r161}, {cu, r161}, {lm, r150}, {lm, r140}};
+    for (const auto& [root, key] : keys) {
+        m_guards.emplace_back(root, key);
+        RegDeleteTreeW(root, key);
+    }
+    // Blanks and a doubled backslash as a hand-edited setup script leaves
+    // them; the user's current product lacks its executable (an uninstalled
+    // language pack).
+    const std::tuple<HKEY, CString, const wchar_t*, CString> values[] = {
+        {lm, kSoftKey, L"InstallDir", L"  " + Folder(L"Suite\\\\") + L"  "},
+        {cu, kSoftKey, L"LocalDir", Folder(L"Local\\")},
+        {cu, kSoftKey, L"WorkDir", Folder(L"Work\\W\\X\\")},
+        {lm, r161, L"CurVer", L"ACAD-301:804"},
+        {lm, r161 + L"\\ACAD-301:804", L"AcadLocation", Folder(L"AutoCAD 2005\\\\")},
+        {lm, r161 + L"\\ACAD-301:409", L"AcadLocation", Folder(L"AutoCAD 2005 EN")},
+        {cu, r161, L"CurVer", L"ACAD-301:409"},
+        {lm, r150, L"CurVer", L"ACAD-1:804"},
+        {lm, r150 + L"\\ACAD-1:804", L"AcadLocation", Folder(L"AutoCAD 2002\\\\\\")},
+        {lm, r140 + L"\\ACAD-1:409", L"AcadLocation", Folder(L"R14")},
+        {cu, r161 + L"\\Profiles", L"", kProfileName},
+        {cu, profile + L"\\General Configuration", L"MenuFile", Folder(L"AutoCAD 2005\\Support\\acad")},
+        {cu, profile + L"\\General", L"ACAD", Folder(L"AutoCAD 2005\\Support;") + Folder(L"AutoCAD 2005\\Fonts;")},
+        {cu, profile + L"\\Menus", L"Group1", L"ACAD " + Folder(L"AutoCAD 2005\\Support\\acad")},
+        {cu, profile + L"\\Menus", L"Group2", L"QMSuite " + Folder(L"Suite\\Support\\QMSuite")},
+        {cu, profile + L"\\Menus", L"Group3", L"EXPRESS " + Folder(L"AutoCAD 2005\\express\\acetmain")},
+    };
+    for (const auto& [root, key, name, value] : values)
+        SetRegValue(root, key, name, value);
+    const DWORD count = 3;
+    RegSetKeyValueW(cu, profile + L"\\Menus", L"Count", REG_DWORD, &count, sizeof(count));
 
-    // The suite's installer: the install folder with the blanks and doubled
-    // backslash that a hand-edited setup script leaves.
-    SetRegValue(lm, kSoftKey, L"InstallDir", L"  " + Folder(L"Suite\\\\") + L"  ");
-    SetRegValue(cu, kSoftKey, L"LocalDir", Folder(L"Local\\"));
-    SetRegValue(cu, kSoftKey, L"WorkDir", Folder(L"Work\\W\\X\\"));
-
-    // The host's installer: two products of release 16.1, the user's current
-    // one without its executable (an uninstalled language pack).
-    const CString r161 = kR161;
-    SetRegValue(lm, r161, L"CurVer", L"ACAD-301:804");
-    SetRegValue(lm, r161 + L"\\ACAD-301:804", L"AcadLocation", Folder(L"AutoCAD 2005\\\\"));
-    SetRegValue(lm, r161 + L"\\ACAD-301:409", L"AcadLocation", Folder(L"AutoCAD 2005 EN"));
-    SetRegValue(cu, r161, L"CurVer", L"ACAD-301:409");
-    SetRegValue(lm, L"Software\\Autodesk\\AutoCAD\\R15.0", L"CurVer", L"ACAD-1:804");
-    SetRegValue(lm, L"Software\\Autodesk\\AutoCAD\\R15.0\\ACAD-1:804", L"AcadLocation",
-                Folder(L"AutoCAD 2002\\\\\\"));
-    SetRegValue(lm, L"Software\\Autodesk\\AutoCAD\\R14.0\\ACAD-1:409", L"AcadLocation", Folder(L"R14"));
-
-    // The active profile, where the library reads it.
-    const CString profiles = r161 + L"\\Profiles";
-    SetRegValue(cu, profiles, L"", kProfileName);
-    const CString profile = profiles + L"\\" + kProfileName;
-    SetRegValue(cu, profile + L"\\General Configuration", L"MenuFile", Folder(L"AutoCAD 2005\\Support\\acad"));
-    SetRegValue(cu, profile + L"\\General", L"ACAD",
-                Folder(L"AutoCAD 2005\\Support;") + Folder(L"AutoCAD 2005\\Fonts;"));
-    SetRegValue(cu, profile + L"\\Menus", L"Group1", L"ACAD " + Folder(L"AutoCAD 2005\\Support\\acad"));
-    SetRegValue(cu, profile + L"\\Menus", L"Group2", L"QMSuite " + Folder(L"Suite\\Support\\QMSuite"));
-    SetRegValue(cu, profile + L"\\Menus", L"Group3", L"EXPRESS " + Folder(L"AutoCAD 2005\\express\\acetmain"));
-    SetRegDword(cu, profile + L"\\Menus", L"Count", 3);
-}
-
-// The suite's start-up file is the one beside the library, as installed: the
-// library read it at load, before any test ran, and cached what it keeps for
-// the process. The tests work on a copy so overrides never touch the build.
-void CadInstallation::WriteIni()
-{
+    // The library read the start-up file beside it when it loaded; the
+    // tests work on a copy so overrides never touch the build.
     wchar_t exe[MAX_PATH] = L"";
     GetModuleFileNameW(nullptr, exe, MAX_PATH);
-    CopyFileW(QM::GetFilePath(exe) + L"INIT.ini", IniPath(), FALSE);
+    CopyFileW(QM::GetFilePath(exe) + L"INIT.ini", Folder(L"INIT.ini"), FALSE);
+    m_previousIni = QM::CInitSetting().GetFilePath();
+    QM::CInitSetting().SetFilePath(Folder(L"INIT.ini"));
 }
 
-CadInstallation& Cad()
-{
-    return *g_installation;
+CadInstallation::~CadInstallation() { QM::CInitSetting().SetFilePath(m_previousIni); }
+
+namespace {
+std::unique_ptr<CadInstallation> g_installation;
 }
+
+CadInstallation& Cad() { return *g_installation; }
 
 void CadEnvironment::SetUp()
 {
-    // A child process sets up its own start; see ChildProcess.h.
     if (!IsChildProcess())
-        g_installation = new CadInstallation;
+        g_installation = std::make_unique<CadInstallation>();
 }
 
-void CadEnvironment::TearDown()
-{
-    delete g_installation;
-    g_installation = nullptr;
-}
+void CadEnvironment::TearDown() { g_installation.reset(); }
 
 SettingOverride::SettingOverride(const wchar_t* key, const wchar_t* value, const wchar_t* section)
     : m_key(key), m_section(section)
@@ -131,7 +93,7 @@ SettingOverride::SettingOverride(const wchar_t* key, const wchar_t* value, const
     m_old = old;
     WritePrivateProfileStringW(section, key, value, path);
     // Re-read: a new key written through the cache would make it forget the
-    // section's other keys until the next bind.
+    // section's other keys.
     QM::CInitSetting().SetFilePath(path);
 }
 
@@ -140,6 +102,21 @@ SettingOverride::~SettingOverride()
     const CString path = QM::CInitSetting().GetFilePath();
     WritePrivateProfileStringW(m_section, m_key, m_existed ? m_old.GetString() : nullptr, path);
     QM::CInitSetting().SetFilePath(path);
+}
+
+EnvOverride::EnvOverride(const wchar_t* name, const wchar_t* value) : m_name(name), m_old(GetEnv(name))
+{
+    SetEnvironmentVariableW(name, value);
+}
+
+EnvOverride::~EnvOverride() { SetEnvironmentVariableW(m_name, m_old == L"<missing>" ? nullptr : m_old.GetString()); }
+
+CString GetEnv(const wchar_t* name)
+{
+    const DWORD size = GetEnvironmentVariableW(name, nullptr, 0);
+    std::vector<wchar_t> value(size + 1);
+    GetEnvironmentVariableW(name, value.data(), size + 1);
+    return size > 0 ? CString(value.data()) : CString(L"<missing>");
 }
 
 }  // namespace qmtest

@@ -1,18 +1,10 @@
-// CadFixture.h - what an installed CAD host and an installed suite leave
-// behind, laid out in a temporary folder and the test prefix's registry,
-// and the start-up settings bound to an INIT.ini that points at them.
+// CadFixture.h - an installed CAD host and suite, laid out in a temporary
+// folder and the test prefix's registry, with the start-up settings read
+// from a copy of the suite's INIT.ini. One installation serves a whole test
+// executable (static auto* env = ::testing::AddGlobalTestEnvironment(new
+// qmtest::CadEnvironment)), since the library keeps some answers for the
+// life of the process; a child process (ChildProcess.h) sets up its own.
 //
-//   static auto* env = ::testing::AddGlobalTestEnvironment(new qmtest::CadEnvironment);
-//   CString dir;
-//   QM::GetAcadPath(dir);   // == qmtest::Cad().Folder(L"AutoCAD 2005\\")
-//
-// One installation serves a whole test executable: the library keeps some
-// answers for the life of the process (install and local folders, the
-// application name, the menu switches), so the registry and the settings
-// must be in place before the first call and stay so. Tests that need a
-// different start run in a child process (ChildProcess.h).
-//
-// Layout below Root():
 //   AutoCAD 2005\      release 16.1, product ACAD-301:804 (machine's CurVer): Acad.exe, Support, Fonts, express
 //   AutoCAD 2005 EN\   release 16.1, product ACAD-301:409 (user's CurVer): no Acad.exe
 //   AutoCAD 2002\      release 15.0, product ACAD-1:804 (CurVer), location with trailing backslashes
@@ -20,16 +12,13 @@
 //   Suite\             install folder (Bin, Support, Sys); Local\Data\ local folder; Work\W\X work folder (absent)
 #pragma once
 #include <QMUtil.h>
-#include <config/INISetting.h>
 #include <gtest/gtest.h>
 
-#include <memory>
-#include <vector>
+#include <list>
+#include <ostream>
 
 #include "support/RegGuard.h"
 #include "support/TempDir.h"
-
-#include <ostream>
 
 // Failure messages show the text rather than its address.
 inline void PrintTo(const CString& text, std::ostream* out)
@@ -51,20 +40,12 @@ class CadInstallation
 public:
     CadInstallation();
     ~CadInstallation();
-    // The temporary root, ending with a backslash.
-    const CString& Root() const { return m_dir.Path(); }
-    // Root() + `relative`.
-    CString Folder(const wchar_t* relative) const { return Root() + relative; }
-    CString IniPath() const { return Root() + L"INIT.ini"; }
+    CString Folder(const wchar_t* relative) const { return m_dir.Path() + relative; }
     const TempDir& Dir() const { return m_dir; }
 
 private:
-    void LayOutFolders();
-    void WriteRegistry();
-    void WriteIni();
-
     TempDir m_dir;
-    std::vector<std::unique_ptr<RegGuard>> m_guards;
+    std::list<RegGuard> m_guards;
     CString m_previousIni;
 };
 
@@ -73,13 +54,11 @@ CadInstallation& Cad();
 
 class CadEnvironment : public ::testing::Environment
 {
-public:
     void SetUp() override;
     void TearDown() override;
 };
 
-// Changes one start-up setting in the bound file for a scope, re-reads the
-// file, and puts the old text back (or removes the key it added).
+// One start-up setting of the bound file for a scope (null removes it).
 class SettingOverride
 {
 public:
@@ -90,5 +69,19 @@ private:
     CString m_key, m_section, m_old;
     bool m_existed = false;
 };
+
+// One environment variable of this process for a scope (null removes it).
+class EnvOverride
+{
+public:
+    EnvOverride(const wchar_t* name, const wchar_t* value);
+    ~EnvOverride();
+
+private:
+    CString m_name, m_old;
+};
+
+// An environment variable's value, or "<missing>".
+CString GetEnv(const wchar_t* name);
 
 }  // namespace qmtest

@@ -4,61 +4,34 @@
 
 namespace qmtest {
 
-bool IsChildProcess()
-{
-    wchar_t value[8] = {};
-    return GetEnvironmentVariableW(L"QMTEST_CHILD", value, ARRAYSIZE(value)) > 0 && value[0] == L'1';
-}
-
-namespace {
-
-CString MarkerPath()
-{
-    wchar_t temp[MAX_PATH] = {};
-    GetTempPathW(MAX_PATH, temp);
-    CString path;
-    path.Format(L"%sqmtest-child-%lu.done", temp, GetCurrentProcessId());
-    return path;
-}
-
-}  // namespace
+// Only a child has QMTEST_CHILD: the marker file it creates when it gets through.
+bool IsChildProcess() { return GetEnvironmentVariableW(L"QMTEST_CHILD", nullptr, 0) > 0; }
 
 void ChildReached()
 {
     wchar_t marker[MAX_PATH] = {};
-    GetEnvironmentVariableW(L"QMTEST_CHILD_MARKER", marker, MAX_PATH);
-    HANDLE file = CreateFileW(marker, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    if (file != INVALID_HANDLE_VALUE)
-        CloseHandle(file);
-}
-
-// A copy of this executable and its library beside the given start-up file.
-CString CopyBeside(const TempDir& dir, const char* startupIni)
-{
-    wchar_t exe[MAX_PATH] = {};
-    GetModuleFileNameW(nullptr, exe, MAX_PATH);
-    wchar_t library[MAX_PATH] = {};
-    GetModuleFileNameW(GetModuleHandleW(L"QMUtil.dll"), library, MAX_PATH);
-    const CString copy = dir.Path() + QM::GetFileName(exe);
-    CopyFileW(exe, copy, FALSE);
-    CopyFileW(library, dir.Path() + L"QMUtil.dll", FALSE);
-    dir.WriteFile(L"INIT.ini", startupIni);
-    return copy;
+    GetEnvironmentVariableW(L"QMTEST_CHILD", marker, MAX_PATH);
+    CloseHandle(CreateFileW(marker, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
 }
 
 int RunInChild(const char* test, const char* startupIni)
 {
-    const CString marker = MarkerPath();
-    DeleteFileW(marker);
-    SetEnvironmentVariableW(L"QMTEST_CHILD_MARKER", marker);
     TempDir folder;
     wchar_t exe[MAX_PATH] = {};
     GetModuleFileNameW(nullptr, exe, MAX_PATH);
-    if (startupIni != nullptr)
-        lstrcpynW(exe, CopyBeside(folder, startupIni), MAX_PATH);
+    CString program(exe);
+    if (startupIni != nullptr) {
+        wchar_t library[MAX_PATH] = {};
+        GetModuleFileNameW(GetModuleHandleW(L"QMUtil.dll"), library, MAX_PATH);
+        program = folder.Path() + QM::GetFileName(exe);
+        CopyFileW(exe, program, FALSE);
+        CopyFileW(library, folder.Path() + L"QMUtil.dll", FALSE);
+        folder.WriteFile(L"INIT.ini", startupIni);
+    }
+    const CString marker = folder.Path() + L"reached";
     CString command;
-    command.Format(L"\"%s\" --gtest_filter=%s", exe, CString(test).GetString());
-    SetEnvironmentVariableW(L"QMTEST_CHILD", L"1");
+    command.Format(L"\"%s\" --gtest_filter=%s", program.GetString(), CString(test).GetString());
+    SetEnvironmentVariableW(L"QMTEST_CHILD", marker);
     STARTUPINFOW startup = {};
     startup.cb = sizeof(startup);
     PROCESS_INFORMATION process = {};
@@ -66,7 +39,6 @@ int RunInChild(const char* test, const char* startupIni)
                                        &startup, &process);
     command.ReleaseBuffer();
     SetEnvironmentVariableW(L"QMTEST_CHILD", nullptr);
-    SetEnvironmentVariableW(L"QMTEST_CHILD_MARKER", nullptr);
     if (!started)
         return -1;
     WaitForSingleObject(process.hProcess, 120000);
@@ -74,8 +46,7 @@ int RunInChild(const char* test, const char* startupIni)
     GetExitCodeProcess(process.hProcess, &code);
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
-    const bool reached = DeleteFileW(marker) != FALSE;
-    return code == 0 && !reached ? -2 : static_cast<int>(code);
+    return code == 0 && !QM::IsExist(marker) ? -2 : static_cast<int>(code);
 }
 
 }  // namespace qmtest

@@ -1,12 +1,9 @@
-// ChildProcess.h - runs one test of this executable again in a fresh
+// ChildProcess.h - one test of this executable run again in a fresh
 // process, for cases that need the library's once-per-process answers
 // (cached folders, switches) to start from nothing.
 //
 //   TEST(Folders, RetriedAfterFailure) { EXPECT_EQ(0, qmtest::RunInChild("FoldersChild.RetriedAfterFailure")); }
 //   TEST(FoldersChild, RetriedAfterFailure) { QMTEST_CHILD_ONLY(); ...; qmtest::ChildReached(); }
-//
-// The child sees QMTEST_CHILD=1 in its environment; its tests set up what
-// they need themselves and skip when run in the parent.
 #pragma once
 #include <QMUtil.h>
 #include <gtest/gtest.h>
@@ -14,23 +11,16 @@
 namespace qmtest {
 
 bool IsChildProcess();
-// Runs this executable with --gtest_filter=`test`; returns its exit code
-// (0 when every selected test passed), -1 when it could not start, and -2
-// when it passed without reaching ChildReached() (a filter that selected
-// nothing, or a test that skipped).
-//
-// The library reads its start-up file when it loads and keeps some answers
-// from then on. With `startupIni`, the child runs from a copy of this
-// executable and of QMUtil.dll in a temporary folder, beside an INIT.ini
-// holding those bytes, so its library starts from them.
+// Runs this executable with --gtest_filter=`test`; returns its exit code (0
+// when every selected test passed), -1 when it could not start, and -2 when
+// it passed without reaching ChildReached() (a filter that selected nothing,
+// or a test that skipped). With `startupIni` the child runs from copies of
+// this executable and QMUtil.dll beside an INIT.ini holding those bytes, so
+// its library loads them.
 int RunInChild(const char* test, const char* startupIni = nullptr);
 // Called by a child test at its end, so the parent knows it really ran.
 void ChildReached();
 
 }  // namespace qmtest
 
-#define QMTEST_CHILD_ONLY()                                    \
-    do {                                                       \
-        if (!qmtest::IsChildProcess())                         \
-            GTEST_SKIP() << "runs only in a child process";    \
-    } while (0)
+#define QMTEST_CHILD_ONLY() do { if (!qmtest::IsChildProcess()) GTEST_SKIP() << "runs in a child"; } while (0)

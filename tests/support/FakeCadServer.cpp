@@ -4,7 +4,6 @@
 #include <oleauto.h>
 
 #include <mutex>
-#include <string>
 #include <utility>
 
 namespace qmtest {
@@ -12,245 +11,58 @@ namespace qmtest {
 struct FakeCadServer::State
 {
     FakeCadBehaviour behaviour;
-    mutable std::mutex lock;
+    std::mutex lock;
     std::vector<CString> calls;
+
+    void Record(const CString& call)
+    {
+        std::lock_guard<std::mutex> hold(lock);
+        calls.push_back(call);
+    }
 };
 
 namespace {
 
 using State = FakeCadServer::State;
 
-// "call" for a method, "get" for a property read, both when the caller
-// left it to the object (as late-bound Basic does).
-CString KindText(WORD flags)
-{
-    CString kind;
-    if (flags & DISPATCH_METHOD)
-        kind = L"call";
-    if (flags & DISPATCH_PROPERTYGET)
-        kind += kind.IsEmpty() ? L"get" : L"|get";
-    if (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF))
-        kind += kind.IsEmpty() ? L"put" : L"|put";
-    return kind;
-}
+// Dispatch id = position + 1; the last member is the drawing's, the others the application's.
+const wchar_t* const kMembers[] = {L"ActiveDocument", L"Path", L"SaveAs"};
 
-// An argument as the record shows it: texts quoted, anything else by its
-// text conversion after its variant type.
-CString ArgumentText(const VARIANT& arg)
+// "call|get" when the caller leaves the kind to the object (as late-bound
+// Basic does); arguments in the caller's order, the reverse of rgvarg's.
+CString CallText(const CString& member, WORD flags, const DISPPARAMS& params)
 {
-    VARIANT text;
-    VariantInit(&text);
-    CString shown;
-    if (SUCCEEDED(VariantChangeType(&text, const_cast<VARIANT*>(&arg), 0, VT_BSTR)))
-        shown = text.bstrVal != nullptr ? text.bstrVal : L"";
-    VariantClear(&text);
-    if (V_VT(&arg) == VT_BSTR || V_VT(&arg) == (VT_BSTR | VT_BYREF))
-        return L"\"" + shown + L"\"";
-    CString typed;
-    typed.Format(L"<vt %u>%s", static_cast<unsigned>(V_VT(&arg)), shown.GetString());
-    return typed;
-}
-
-HRESULT Raise(EXCEPINFO* info, HRESULT code, const wchar_t* description)
-{
-    if (info != nullptr) {
-        ZeroMemory(info, sizeof(*info));
-        info->bstrSource = SysAllocString(L"AutoCAD");
-        info->bstrDescription = SysAllocString(description);
-        info->scode = code;
+    const bool method = flags & DISPATCH_METHOD, get = flags & DISPATCH_PROPERTYGET;
+    CString call = (method ? (get ? L"call|get " : L"call ") : get ? L"get " : L"put ") + member;
+    for (UINT i = params.cArgs; i-- > 0;) {
+        VARIANT text;
+        VariantInit(&text);
+        const bool quoted = (V_VT(&params.rgvarg[i]) & VT_TYPEMASK) == VT_BSTR;
+        const CString shown = SUCCEEDED(VariantChangeType(&text, &params.rgvarg[i], 0, VT_BSTR)) ? text.bstrVal : L"?";
+        VariantClear(&text);
+        call += (i + 1 == params.cArgs ? L"(" : L", ") + (quoted ? L"\"" + shown + L"\"" : shown);
     }
-    return DISP_E_EXCEPTION;
+    return call + (params.cArgs > 0 ? L")" : method ? L"()" : L"");
 }
 
-// IDispatch over a fixed member list: dispatch id = position + 1.
-class DispatchObject : public IDispatch
+// Application and Document; the class object is an Application too, so
+// IUnknown is written once.
+class FakeObject : public IDispatch, public IClassFactory
 {
 public:
-    DispatchObject(std::shared_ptr<State> state, const wchar_t* name, std::vector<const wchar_t*> members)
-        : m_state(std::move(state)), m_name(name), m_members(std::move(members))
-    {
-    }
-    virtual ~DispatchObject() = default;
+    FakeObject(std::shared_ptr<State> state, const wchar_t* name) : m_state(std::move(state)), m_name(name) {}
+    virtual ~FakeObject() = default;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
     {
-        if (object == nullptr)
-            return E_POINTER;
-        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch)) {
+        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch))
             *object = static_cast<IDispatch*>(this);
-            AddRef();
-            return S_OK;
-        }
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return InterlockedIncrement(&m_refs); }
-    ULONG STDMETHODCALLTYPE Release() override
-    {
-        const LONG left = InterlockedDecrement(&m_refs);
-        if (left == 0)
-            delete this;
-        return left;
-    }
-
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override
-    {
-        if (count == nullptr)
-            return E_POINTER;
-        *count = 0;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** info) override
-    {
-        if (info != nullptr)
-            *info = nullptr;
-        return DISP_E_BADINDEX;
-    }
-
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override
-    {
-        if (names == nullptr || ids == nullptr || count == 0)
-            return E_INVALIDARG;
-        for (UINT i = 0; i < count; ++i)
-            ids[i] = DISPID_UNKNOWN;
-        for (size_t i = 0; i < m_members.size(); ++i) {
-            if (lstrcmpiW(names[0], m_members[i]) == 0) {
-                ids[0] = static_cast<DISPID>(i + 1);
-                // Named arguments are not part of the played object model.
-                return count == 1 ? S_OK : DISP_E_UNKNOWNNAME;
-            }
-        }
-        Record(L"unknown " + m_name + L"." + names[0]);
-        return DISP_E_UNKNOWNNAME;
-    }
-
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params, VARIANT* result,
-                                     EXCEPINFO* exception, UINT*) override
-    {
-        if (id < 1 || static_cast<size_t>(id) > m_members.size())
-            return DISP_E_MEMBERNOTFOUND;
-        const UINT argCount = params != nullptr ? params->cArgs : 0;
-        CString call = KindText(flags) + L" " + m_name + L"." + m_members[id - 1];
-        if ((flags & DISPATCH_METHOD) || argCount > 0) {
-            call += L"(";
-            for (UINT i = argCount; i-- > 0;)   // the caller's order is the reverse of rgvarg's
-                call += ArgumentText(params->rgvarg[i]) + (i > 0 ? L", " : L"");
-            call += L")";
-        }
-        Record(call);
-        if (m_state->behaviour.onCall)
-            m_state->behaviour.onCall(call);
-        if (result != nullptr)
-            VariantInit(result);
-        return Answer(m_members[id - 1], flags, argCount, params, result, exception);
-    }
-
-protected:
-    virtual HRESULT Answer(const CString& member, WORD flags, UINT argCount, DISPPARAMS* params, VARIANT* result,
-                           EXCEPINFO* exception) = 0;
-
-    const FakeCadBehaviour& Behaviour() const { return m_state->behaviour; }
-    const std::shared_ptr<State>& SharedState() const { return m_state; }
-
-private:
-    void Record(const CString& call)
-    {
-        std::lock_guard<std::mutex> hold(m_state->lock);
-        m_state->calls.push_back(call);
-    }
-
-    LONG m_refs = 1;
-    std::shared_ptr<State> m_state;
-    CString m_name;
-    std::vector<const wchar_t*> m_members;
-};
-
-class Document : public DispatchObject
-{
-public:
-    explicit Document(std::shared_ptr<State> state) : DispatchObject(std::move(state), L"Document", {L"SaveAs"}) {}
-
-protected:
-    HRESULT Answer(const CString&, WORD flags, UINT argCount, DISPPARAMS* params, VARIANT*,
-                   EXCEPINFO* exception) override
-    {
-        if (!(flags & DISPATCH_METHOD))
-            return DISP_E_MEMBERNOTFOUND;
-        // SaveAs(FileName, [FileType], [SecurityParams])
-        if (argCount < 1 || argCount > 3)
-            return DISP_E_BADPARAMCOUNT;
-        VARIANT name;
-        VariantInit(&name);
-        if (FAILED(VariantChangeType(&name, &params->rgvarg[argCount - 1], 0, VT_BSTR)))
-            return DISP_E_TYPEMISMATCH;
-        HRESULT answer = S_OK;
-        if (Behaviour().saveError != S_OK) {
-            answer = Raise(exception, Behaviour().saveError, L"Error saving the document");
-        } else {
-            // A real save fails where the folder is missing or read-only;
-            // so does this one.
-            HANDLE file = CreateFileW(name.bstrVal, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL,
-                                      nullptr);
-            if (file == INVALID_HANDLE_VALUE) {
-                answer = Raise(exception, HRESULT_FROM_WIN32(GetLastError()), L"Error saving the document");
-            } else {
-                static const char drawing[] = "AC1018\0\0\0\0\0";
-                DWORD written = 0;
-                WriteFile(file, drawing, sizeof(drawing) - 1, &written, nullptr);
-                CloseHandle(file);
-            }
-        }
-        VariantClear(&name);
-        return answer;
-    }
-};
-
-class Application : public DispatchObject
-{
-public:
-    explicit Application(std::shared_ptr<State> state)
-        : DispatchObject(std::move(state), L"Application", {L"ActiveDocument", L"Path"})
-    {
-    }
-
-protected:
-    HRESULT Answer(const CString& member, WORD flags, UINT argCount, DISPPARAMS*, VARIANT* result,
-                   EXCEPINFO*) override
-    {
-        if (!(flags & DISPATCH_PROPERTYGET))
-            return DISP_E_MEMBERNOTFOUND;
-        if (argCount != 0)
-            return DISP_E_BADPARAMCOUNT;
-        if (result == nullptr)
-            return S_OK;
-        if (member == L"Path") {
-            V_VT(result) = VT_BSTR;
-            V_BSTR(result) = SysAllocString(Behaviour().folder);
-        } else {
-            V_VT(result) = VT_DISPATCH;
-            V_DISPATCH(result) = new Document(SharedState());
-        }
-        return S_OK;
-    }
-};
-
-class Factory : public IClassFactory
-{
-public:
-    explicit Factory(std::shared_ptr<State> state) : m_state(std::move(state)) {}
-    virtual ~Factory() = default;
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
-    {
-        if (object == nullptr)
-            return E_POINTER;
-        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IClassFactory)) {
+        else if (IsEqualIID(iid, IID_IClassFactory))
             *object = static_cast<IClassFactory*>(this);
-            AddRef();
-            return S_OK;
-        }
-        *object = nullptr;
-        return E_NOINTERFACE;
+        else
+            return *object = nullptr, E_NOINTERFACE;
+        AddRef();
+        return S_OK;
     }
     ULONG STDMETHODCALLTYPE AddRef() override { return InterlockedIncrement(&m_refs); }
     ULONG STDMETHODCALLTYPE Release() override
@@ -263,77 +75,113 @@ public:
 
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** object) override
     {
-        if (object == nullptr)
-            return E_POINTER;
         *object = nullptr;
         if (outer != nullptr)
             return CLASS_E_NOAGGREGATION;
-        Application* app = new Application(m_state);
+        FakeObject* app = new FakeObject(m_state, L"Application");
         const HRESULT found = app->QueryInterface(iid, object);
         app->Release();
         return found;
     }
     HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
 
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return DISP_E_BADINDEX; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override
+    {
+        for (UINT i = 0; i < count; ++i)
+            ids[i] = DISPID_UNKNOWN;
+        for (DISPID id = 1; id <= 3; ++id) {
+            if (Has(id) && lstrcmpiW(names[0], kMembers[id - 1]) == 0) {
+                ids[0] = id;
+                return count == 1 ? S_OK : DISP_E_UNKNOWNNAME;   // no named arguments
+            }
+        }
+        m_state->Record(L"unknown " + m_name + L"." + names[0]);
+        return DISP_E_UNKNOWNNAME;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params, VARIANT* result,
+                                     EXCEPINFO* exception, UINT*) override
+    {
+        if (!Has(id))
+            return DISP_E_MEMBERNOTFOUND;
+        const CString call = CallText(m_name + L"." + kMembers[id - 1], flags, *params);
+        m_state->Record(call);
+        if (m_state->behaviour.onCall)
+            m_state->behaviour.onCall(call);
+        if (id == 3)
+            return SaveAs(flags, *params, exception);
+        if (!(flags & DISPATCH_PROPERTYGET) || params->cArgs != 0 || result == nullptr)
+            return DISP_E_MEMBERNOTFOUND;
+        if (id == 2) {
+            V_VT(result) = VT_BSTR;
+            V_BSTR(result) = SysAllocString(m_state->behaviour.folder);
+        } else {
+            V_VT(result) = VT_DISPATCH;
+            V_DISPATCH(result) = new FakeObject(m_state, L"Document");
+        }
+        return S_OK;
+    }
+
 private:
+    bool Has(DISPID id) const { return id >= 1 && id <= 3 && (id == 3) == (m_name == L"Document"); }
+
+    // SaveAs(FileName, [FileType], [SecurityParams]): like a real save, it
+    // fails where the folder is missing or read-only.
+    HRESULT SaveAs(WORD flags, const DISPPARAMS& params, EXCEPINFO* exception)
+    {
+        if (!(flags & DISPATCH_METHOD) || params.cArgs < 1 || params.cArgs > 3)
+            return DISP_E_BADPARAMCOUNT;
+        VARIANT name;
+        VariantInit(&name);
+        if (FAILED(VariantChangeType(&name, &params.rgvarg[params.cArgs - 1], 0, VT_BSTR)))
+            return DISP_E_TYPEMISMATCH;
+        HRESULT error = m_state->behaviour.saveError;
+        if (error == S_OK) {
+            HANDLE file = CreateFileW(name.bstrVal, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+            error = file != INVALID_HANDLE_VALUE ? (CloseHandle(file), S_OK) : HRESULT_FROM_WIN32(GetLastError());
+        }
+        VariantClear(&name);
+        if (error != S_OK && exception != nullptr)
+            *exception = {0, 0, nullptr, nullptr, nullptr, 0, nullptr, nullptr, error};
+        return error == S_OK ? S_OK : DISP_E_EXCEPTION;
+    }
+
     LONG m_refs = 1;
     std::shared_ptr<State> m_state;
+    const CString m_name;
 };
 
 }  // namespace
 
-FakeCadServer::FakeCadServer(const wchar_t* progId, FakeCadBehaviour behaviour)
-    : m_state(std::make_shared<State>())
+FakeCadServer::FakeCadServer(const wchar_t* progId, FakeCadBehaviour behaviour) : m_state(std::make_shared<State>())
 {
     m_state->behaviour = std::move(behaviour);
     CoCreateGuid(&m_classId);
     wchar_t text[40] = {};
     StringFromGUID2(m_classId, text, ARRAYSIZE(text));
     m_classIdText = text;
-
-    // The running class object is found by its class id alone; only the
-    // programmatic identifier needs a key (no CLSID\{...} entry: nothing
-    // is ever started from the registry).
+    // A running class object is found by its class id alone: nothing is
+    // started from the registry.
     if (progId != nullptr) {
         m_progIdKey = std::make_unique<RegGuard>(HKEY_CLASSES_ROOT, progId);
-        SetRegValue(HKEY_CLASSES_ROOT, progId, L"", L"QM test CAD host");
         SetRegValue(HKEY_CLASSES_ROOT, CString(progId) + L"\\CLSID", L"", m_classIdText);
     }
-
-    m_ready = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-    m_stop = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-    m_thread = std::thread([this] { Serve(); });
-    if (WaitForSingleObject(m_ready, 10000) != WAIT_OBJECT_0)
-        m_registered = RPC_E_TIMEOUT;
+    // In the multithreaded apartment COM's threads answer the calls: the
+    // test thread need not pump for the server.
+    m_initialised = CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    FakeObject* factory = new FakeObject(m_state, L"Application");
+    m_registered = FAILED(m_initialised) ? m_initialised
+                                         : CoRegisterClassObject(m_classId, static_cast<IClassFactory*>(factory),
+                                                                 CLSCTX_LOCAL_SERVER, REGCLS_MULTIPLEUSE, &m_cookie);
+    factory->Release();   // COM holds it while registered
 }
 
 FakeCadServer::~FakeCadServer()
 {
-    SetEvent(m_stop);
-    m_thread.join();
-    CloseHandle(m_ready);
-    CloseHandle(m_stop);
-    m_progIdKey.reset();
-}
-
-void FakeCadServer::Serve()
-{
-    HRESULT result = CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-    const bool initialised = SUCCEEDED(result);
-    Factory* factory = nullptr;
-    DWORD cookie = 0;
-    if (initialised) {
-        factory = new Factory(m_state);
-        result = CoRegisterClassObject(m_classId, factory, CLSCTX_LOCAL_SERVER, REGCLS_MULTIPLEUSE, &cookie);
-    }
-    m_registered = result;
-    SetEvent(m_ready);
-    WaitForSingleObject(m_stop, INFINITE);
-    if (SUCCEEDED(result))
-        CoRevokeClassObject(cookie);
-    if (factory != nullptr)
-        factory->Release();
-    if (initialised)
+    if (Registered())
+        CoRevokeClassObject(m_cookie);
+    if (SUCCEEDED(m_initialised))
         CoUninitialize();
 }
 

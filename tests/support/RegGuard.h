@@ -1,12 +1,10 @@
-// RegGuard.h - registry keys a test creates or changes, put back as they
-// were when the guard goes.
+// RegGuard.h - a registry key a test creates or changes, put back as it was
+// when the guard goes. When a level of the path is missing, that level goes
+// with everything below it; a key that existed is copied aside (under
+// HKCU\Software\QMTestBackup) and copied back.
 //
 //   qmtest::RegGuard guard(HKEY_LOCAL_MACHINE, L"Software\\Autodesk\\AutoCAD\\R16.1");
 //   qmtest::SetRegValue(HKEY_LOCAL_MACHINE, L"Software\\Autodesk\\AutoCAD\\R16.1", L"CurVer", L"ACAD-301:804");
-//
-// The guard finds the first missing level of the path: when one is missing
-// it deletes that level with everything below; when the whole key exists it
-// copies it aside (under HKCU\Software\QMTestBackup) and copies it back.
 #pragma once
 #include <QMUtil.h>
 
@@ -22,14 +20,12 @@ public:
 
 private:
     HKEY m_root;
-    CString m_key;      // the key deleted at the end
-    CString m_backup;   // where its old content waits, empty when it had none
+    CString m_key;      // deleted at the end
+    CString m_backup;   // its old content, empty when it had none
 };
 
-bool RegKeyExists(HKEY root, const wchar_t* path);
-// Creates the key as needed and writes a REG_SZ / REG_DWORD value.
+// Writes a REG_SZ value, creating the key as needed.
 void SetRegValue(HKEY root, const wchar_t* path, const wchar_t* name, const wchar_t* value);
-void SetRegDword(HKEY root, const wchar_t* path, const wchar_t* name, DWORD value);
 // A string value's text, or "<missing>".
 CString GetRegValue(HKEY root, const wchar_t* path, const wchar_t* name);
 
