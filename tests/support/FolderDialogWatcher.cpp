@@ -2,6 +2,7 @@
 #include "support/FolderDialogWatcher.h"
 #include "support/MsgBoxWatcher.h"
 
+#include <commctrl.h>
 #include <shlobj.h>
 
 #include <functional>
@@ -19,6 +20,39 @@ CString Text(HWND window)
     wchar_t text[MAX_PATH] = L"";
     GetWindowTextW(window, text, MAX_PATH);
     return text;
+}
+
+// The text of the tree item the dialog has selected, or empty.
+CString SelectedItem(HWND dialog)
+{
+    HWND tree = GetDlgItem(dialog, kTreeId);
+    auto item = reinterpret_cast<HTREEITEM>(SendMessageW(tree, TVM_GETNEXTITEM, TVGN_CARET, 0));
+    wchar_t text[MAX_PATH] = L"";
+    TVITEMW tvi = {};
+    tvi.mask = TVIF_TEXT;
+    tvi.hItem = item;
+    tvi.pszText = text;
+    tvi.cchTextMax = MAX_PATH;
+    if (item != nullptr)
+        SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&tvi));
+    return text;
+}
+
+// Selects `path` and checks that the tree shows it. Wine's dialog now and
+// then ignores a move from a file to a folder beside it; going by way of the
+// parent folder gets the move done.
+void Select(HWND dialog, const CString& path)
+{
+    const CString title = QM::GetFileTitle(CString(path).TrimRight(L'\\'));
+    const CString parent = QM::GetFilePath(CString(path).TrimRight(L'\\'));
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        SendMessageW(dialog, BFFM_SETSELECTIONW, TRUE, reinterpret_cast<LPARAM>(path.GetString()));
+        Sleep(300);  // the dialog may still have posted work of its own
+        if (title.IsEmpty() || SelectedItem(dialog).Find(title) == 0)
+            return;
+        SendMessageW(dialog, BFFM_SETSELECTIONW, TRUE, reinterpret_cast<LPARAM>(parent.GetString()));
+        Sleep(300);
+    }
 }
 
 FolderDialogState State(HWND dialog)
@@ -41,8 +75,7 @@ void Drive(FolderDialogSeen& seen, const std::vector<CString>& selections, int b
     seen = {true, Text(GetDlgItem(dialog, kTitleId)), IsWindowVisible(GetDlgItem(dialog, kStatusId)) != FALSE,
             State(dialog), {}};
     for (const CString& path : selections) {
-        SendMessageW(dialog, BFFM_SETSELECTIONW, TRUE, reinterpret_cast<LPARAM>(path.GetString()));
-        Sleep(300);  // the dialog may still have posted work of its own
+        Select(dialog, path);
         seen.steps.push_back(State(dialog));
     }
     PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
