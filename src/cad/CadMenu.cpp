@@ -3,30 +3,12 @@
 
 #include "cad/CadDiscovery.h"
 #include "config/INISetting.h"
+#include "config/OnceSetting.h"
 #include "config/Registry.h"
 #include "text/StringSplit.h"
 
 namespace QM {
 namespace {
-
-struct MenuSwitches
-{
-    bool saveRead = false;
-    bool save = false;
-    bool restoreRead = false;
-    bool restore = false;
-};
-
-MenuSwitches& Switches()
-{
-    static MenuSwitches switches;
-    return switches;
-}
-
-bool ReadSwitch(const wchar_t* key)
-{
-    return _wtoi(CInitSetting().GetSetting(key, L"0", L"CADMenu")) != 0;
-}
 
 void ReadMarkers(CStringArray& markers)
 {
@@ -78,22 +60,14 @@ bool WalkMenus(bool save, const CString& menusKey, const CString& profile, const
 
 bool EnableSaveCadMenu()
 {
-    MenuSwitches& switches = Switches();
-    if (!switches.saveRead) {
-        switches.save = ReadSwitch(L"EnableSaveCADMenu");
-        switches.saveRead = true;
-    }
-    return switches.save;
+    static OnceSetting save(L"EnableSaveCADMenu", L"0", L"CADMenu");
+    return _wtoi(save.Get()) != 0;
 }
 
 bool EnableRestoreCadMenu()
 {
-    MenuSwitches& switches = Switches();
-    if (!switches.restoreRead) {
-        switches.restore = ReadSwitch(L"EnableRestoreCADMenu");
-        switches.restoreRead = true;
-    }
-    return switches.restore;
+    static OnceSetting restore(L"EnableRestoreCADMenu", L"0", L"CADMenu");
+    return _wtoi(restore.Get()) != 0;
 }
 
 bool SetIsInSoftware(bool in)

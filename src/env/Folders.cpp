@@ -3,6 +3,7 @@
 #include "env/Folders.h"
 
 #include "config/INISetting.h"
+#include "config/OnceSetting.h"
 #include "config/Registry.h"
 #include "fs/PathParts.h"
 #include "text/StringSplit.h"
@@ -17,10 +18,6 @@ namespace {
 // appears later (an installer still running) is found on the next call.
 struct FolderCache
 {
-    bool nameRead = false;
-    CString name;
-    bool versionRead = false;
-    CString version;
     bool installFound = false;
     CString installDir;
     bool localNameRead = false;
@@ -58,22 +55,14 @@ bool ReadDirReg(const wchar_t* setting, CString& dir)
 
 CString RegItem()
 {
-    FolderCache& cache = Cache();
-    if (!cache.nameRead) {
-        cache.name = CInitSetting().GetSetting(L"SoftName", L"", L"System");
-        cache.nameRead = true;
-    }
-    return cache.name;
+    static OnceSetting name(L"SoftName", L"", L"System");
+    return name.Get();
 }
 
 CString RegVer()
 {
-    FolderCache& cache = Cache();
-    if (!cache.versionRead) {
-        cache.version = CInitSetting().GetSetting(L"Version", L"", L"System");
-        cache.versionRead = true;
-    }
-    return cache.version;
+    static OnceSetting version(L"Version", L"", L"System");
+    return version.Get();
 }
 
 CString GetSoftRegItem()
