@@ -53,6 +53,8 @@ if(BUILD_TESTING)
   set(QM_CONSUMER_SOURCE ${CMAKE_SOURCE_DIR}/tests/consumer)
   set(QM_CONSUMER_DIR ${CMAKE_BINARY_DIR}/consumer)
   set(QM_STAGE ${QM_CONSUMER_DIR}/stage)
+  math(EXPR QM_NEXT_MINOR "${PROJECT_VERSION_MINOR} + 1")
+  set(QM_NEXT_RELEASE ${PROJECT_VERSION_MAJOR}.${QM_NEXT_MINOR})
   set(QM_CONSUMER_CONFIGURE ${CMAKE_COMMAND} -S ${QM_CONSUMER_SOURCE} -G ${CMAKE_GENERATOR}
     -DCMAKE_MAKE_PROGRAM=${CMAKE_MAKE_PROGRAM} -DCMAKE_TOOLCHAIN_FILE=${CMAKE_TOOLCHAIN_FILE})
 
@@ -64,7 +66,7 @@ if(BUILD_TESTING)
     -DCMAKE_BUILD_TYPE=Release)
   add_test(NAME consumer.run COMMAND ${CMAKE_CROSSCOMPILING_EMULATOR} ${QM_CONSUMER_DIR}/build/consumer.exe)
   add_test(NAME consumer.older COMMAND ${QM_CONSUMER_CONFIGURE} -B ${QM_CONSUMER_DIR}/older
-    -DCMAKE_PREFIX_PATH=${QM_STAGE} -DQMUTIL_WANTED=1.43)
+    -DCMAKE_PREFIX_PATH=${QM_STAGE} -DQMUTIL_WANTED=${QM_NEXT_RELEASE})
   add_test(NAME consumer.missing COMMAND ${QM_CONSUMER_CONFIGURE} -B ${QM_CONSUMER_DIR}/missing
     -DCMAKE_PREFIX_PATH=${QM_CONSUMER_DIR}/no-such-prefix)
 
@@ -73,7 +75,7 @@ if(BUILD_TESTING)
   set_tests_properties(consumer.build PROPERTIES FIXTURES_REQUIRED qm_stage FIXTURES_SETUP qm_consumer)
   set_tests_properties(consumer.run PROPERTIES FIXTURES_REQUIRED qm_consumer)
   set_tests_properties(consumer.older PROPERTIES FIXTURES_REQUIRED qm_stage
-    PASS_REGULAR_EXPRESSION "requested[ \n]+version[ \n]+\"1\\.43\"")
+    PASS_REGULAR_EXPRESSION "requested[ \n]+version[ \n]+\"${QM_NEXT_RELEASE}\"")
   set_tests_properties(consumer.missing PROPERTIES FIXTURES_REQUIRED qm_clean
     PASS_REGULAR_EXPRESSION "package[ \n]+configuration[ \n]+file[ \n]+provided[ \n]+by[ \n]+\"QMUtil\"")
 endif()
