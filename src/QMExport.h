@@ -14,6 +14,10 @@
 #define NOMINMAX
 #endif
 #include <windows.h>
+// The common dialogs' header renames GetFileTitle to GetFileTitleW; every
+// part of the library and of its callers sees it, so that QM::GetFileTitle
+// means the same function whatever else a file includes.
+#include <commdlg.h>
 
 #if defined(QMUTIL_BUILDING_DLL)
 #define QM_API __declspec(dllexport)

@@ -20,6 +20,13 @@
 #include "platform/Geometry.h"
 #include "platform/Module.h"
 
+// Windows: CWnd, message tables, the control wrappers, device contexts
+#include "platform/win/ColorDialog.h"
+#include "platform/win/Controls.h"
+#include "platform/win/DeviceContexts.h"
+#include "platform/win/MessageMap.h"
+#include "platform/win/Wnd.h"
+
 // Library frame: messages, tracing, version
 #include "frame/DebugTrace.h"
 #include "frame/Messages.h"
@@ -55,3 +62,7 @@
 #include "fs/FileOps.h"
 #include "fs/Listing.h"
 #include "fs/PathParts.h"
+
+// Dialog controls
+#include "controls/ItemHelpers.h"
+#include "controls/NumEditEx.h"

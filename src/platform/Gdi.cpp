@@ -2,6 +2,8 @@
 #include "platform/Gdi.h"
 
 #include <algorithm>
+#include <map>
+#include <memory>
 
 CGdiObject::~CGdiObject()
 {
@@ -118,4 +120,146 @@ void CDC::Draw3dRect(LPCRECT rect, COLORREF topLeft, COLORREF bottomRight)
     bar(x + cx, y, -1, cy, bottomRight);
     bar(x, y + cy, cx, -1, bottomRight);
     ::SetBkColor(m_hDC, oldBk);
+}
+
+namespace {
+
+// Non-owning wrappers for handles owned elsewhere, one per handle value and
+// kind, kept for the life of the process (the handles are few: fonts of
+// windows, stock objects, the one-pixel bitmap of a new memory context).
+template <class T, class H>
+T* WrapperFor(H handle)
+{
+    struct Unowned
+    {
+        void operator()(T* object) const
+        {
+            object->Detach();
+            delete object;
+        }
+    };
+    static std::map<H, std::unique_ptr<T, Unowned>> wrappers;
+    if (handle == nullptr)
+        return nullptr;
+    auto& slot = wrappers[handle];
+    if (!slot)
+    {
+        slot.reset(new T);
+        slot->Attach(handle);
+    }
+    return slot.get();
+}
+
+} // namespace
+
+CPen* CPen::FromHandle(HPEN pen)
+{
+    return WrapperFor<CPen>(pen);
+}
+
+CBrush* CBrush::FromHandle(HBRUSH brush)
+{
+    return WrapperFor<CBrush>(brush);
+}
+
+CBitmap* CBitmap::FromHandle(HBITMAP bitmap)
+{
+    return WrapperFor<CBitmap>(bitmap);
+}
+
+CFont* CFont::FromHandle(HFONT font)
+{
+    return WrapperFor<CFont>(font);
+}
+
+BOOL CFont::CreateFont(int height, int width, int escapement, int orientation, int weight, BYTE italic,
+                       BYTE underline, BYTE strikeOut, BYTE charSet, BYTE outPrecision, BYTE clipPrecision,
+                       BYTE quality, BYTE pitchAndFamily, const wchar_t* face)
+{
+    return Attach(::CreateFontW(height, width, escapement, orientation, weight, italic, underline, strikeOut,
+                                charSet, outPrecision, clipPrecision, quality, pitchAndFamily, face));
+}
+
+// Points to logical units as MFC does: through the context's mapping, so a
+// 90 on a 96-dpi screen gives a 12-pixel character height.
+BOOL CFont::CreatePointFont(int pointSize, const wchar_t* face, CDC* dc)
+{
+    HDC measure = dc != nullptr ? dc->GetSafeHdc() : ::GetDC(nullptr);
+    LOGFONTW font{};
+    font.lfCharSet = DEFAULT_CHARSET;
+    font.lfHeight = -::MulDiv(pointSize, ::GetDeviceCaps(measure, LOGPIXELSY), 720);
+    if (face != nullptr)
+        ::lstrcpynW(font.lfFaceName, face, LF_FACESIZE);
+    if (dc == nullptr)
+        ::ReleaseDC(nullptr, measure);
+    return CreateFontIndirect(&font);
+}
+
+CFont* CDC::SelectObject(CFont* font)
+{
+    return CFont::FromHandle(static_cast<HFONT>(::SelectObject(m_hDC, font ? font->m_hObject : nullptr)));
+}
+
+CPen* CDC::SelectObject(CPen* pen)
+{
+    return CPen::FromHandle(static_cast<HPEN>(::SelectObject(m_hDC, pen ? pen->m_hObject : nullptr)));
+}
+
+CBrush* CDC::SelectObject(CBrush* brush)
+{
+    return CBrush::FromHandle(static_cast<HBRUSH>(::SelectObject(m_hDC, brush ? brush->m_hObject : nullptr)));
+}
+
+CBitmap* CDC::SelectObject(CBitmap* bitmap)
+{
+    return CBitmap::FromHandle(static_cast<HBITMAP>(::SelectObject(m_hDC, bitmap ? bitmap->m_hObject : nullptr)));
+}
+
+void CDC::FillSolidRect(LPCRECT rect, COLORREF colour)
+{
+    const COLORREF old = ::SetBkColor(m_hDC, colour);
+    ::ExtTextOutW(m_hDC, 0, 0, ETO_OPAQUE, rect, nullptr, 0, nullptr);
+    ::SetBkColor(m_hDC, old);
+}
+
+void CDC::FillSolidRect(int x, int y, int cx, int cy, COLORREF colour)
+{
+    const RECT rect{x, y, x + cx, y + cy};
+    FillSolidRect(&rect, colour);
+}
+
+CPoint CDC::MoveTo(int x, int y)
+{
+    POINT old{};
+    ::MoveToEx(m_hDC, x, y, &old);
+    return old;
+}
+
+BOOL CDC::DrawState(CPoint p, CSize size, HICON icon, UINT flags, HBRUSH brush)
+{
+    return ::DrawStateW(m_hDC, brush, nullptr, reinterpret_cast<LPARAM>(icon), 0, p.x, p.y, size.cx, size.cy,
+                        flags | DST_ICON);
+}
+
+BOOL CDC::DrawState(CPoint p, CSize size, HBITMAP bitmap, UINT flags, HBRUSH brush)
+{
+    return ::DrawStateW(m_hDC, brush, nullptr, reinterpret_cast<LPARAM>(bitmap), 0, p.x, p.y, size.cx, size.cy,
+                        flags | DST_BITMAP);
+}
+
+int CDC::DrawText(const CString& text, LPRECT rect, UINT format)
+{
+    return ::DrawTextW(m_hDC, text, text.GetLength(), rect, format);
+}
+
+CSize CDC::GetTextExtent(const wchar_t* text, int count) const
+{
+    SIZE size{};
+    ::GetTextExtentPoint32W(m_hDC, text, count, &size);
+    return size;
+}
+
+CSize CDC::GetTextExtent(const CString& text) const
+{
+    return GetTextExtent(text, text.GetLength());
 }

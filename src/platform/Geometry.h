@@ -9,6 +9,8 @@
 #pragma once
 #include "QMExport.h"
 
+#include <utility>
+
 class QM_API CPoint : public POINT
 {
 public:
@@ -17,6 +19,11 @@ public:
     CPoint(POINT p) { x = p.x; y = p.y; }
     bool operator==(POINT p) const { return x == p.x && y == p.y; }
     bool operator!=(POINT p) const { return !(*this == p); }
+    void Offset(int dx, int dy) { x += dx; y += dy; }
+    CPoint operator+(POINT p) const { return CPoint(x + p.x, y + p.y); }
+    CPoint operator-(POINT p) const { return CPoint(x - p.x, y - p.y); }
+    CPoint& operator+=(POINT p) { Offset(p.x, p.y); return *this; }
+    CPoint& operator-=(POINT p) { Offset(-p.x, -p.y); return *this; }
 };
 
 class QM_API CSize : public SIZE
@@ -24,6 +31,7 @@ class QM_API CSize : public SIZE
 public:
     CSize() { cx = cy = 0; }
     CSize(int initCX, int initCY) { cx = initCX; cy = initCY; }
+    CSize(SIZE s) { cx = s.cx; cy = s.cy; }
     bool operator==(SIZE s) const { return cx == s.cx && cy == s.cy; }
     bool operator!=(SIZE s) const { return !(*this == s); }
 };
@@ -39,6 +47,28 @@ public:
     int Height() const { return bottom - top; }
     bool IsRectEmpty() const { return right <= left || bottom <= top; }
     void SetRect(int l, int t, int r, int b) { left = l; top = t; right = r; bottom = b; }
+    void SetRectEmpty() { SetRect(0, 0, 0, 0); }
+    CSize Size() const { return CSize(Width(), Height()); }
+    CPoint& TopLeft() { return *reinterpret_cast<CPoint*>(&left); }
+    CPoint& BottomRight() { return *reinterpret_cast<CPoint*>(&right); }
+    const CPoint& TopLeft() const { return *reinterpret_cast<const CPoint*>(&left); }
+    const CPoint& BottomRight() const { return *reinterpret_cast<const CPoint*>(&right); }
+    CPoint CenterPoint() const { return CPoint((left + right) / 2, (top + bottom) / 2); }
+    bool PtInRect(POINT p) const { return p.x >= left && p.x < right && p.y >= top && p.y < bottom; }
+    void OffsetRect(int dx, int dy) { left += dx; right += dx; top += dy; bottom += dy; }
+    void OffsetRect(POINT p) { OffsetRect(p.x, p.y); }
+    void InflateRect(int dx, int dy) { InflateRect(dx, dy, dx, dy); }
+    void InflateRect(int l, int t, int r, int b) { left -= l; top -= t; right += r; bottom += b; }
+    void DeflateRect(int dx, int dy) { InflateRect(-dx, -dy); }
+    void DeflateRect(int l, int t, int r, int b) { InflateRect(-l, -t, -r, -b); }
+    void NormalizeRect()
+    {
+        if (left > right) std::swap(left, right);
+        if (top > bottom) std::swap(top, bottom);
+    }
+    // Both set this rectangle and answer whether the result is non-empty.
+    bool IntersectRect(LPCRECT a, LPCRECT b) { return ::IntersectRect(this, a, b) != FALSE; }
+    bool UnionRect(LPCRECT a, LPCRECT b) { return ::UnionRect(this, a, b) != FALSE; }
 
     operator LPRECT() { return this; }
     operator LPCRECT() const { return this; }

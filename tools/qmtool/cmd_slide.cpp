@@ -2,7 +2,7 @@
 // QM::SldBltEx, slide headers and record counts, the CAD colour index.
 #include "qmtool.h"
 
-#include <wincodec.h>
+#include "common/WindowImage.h"
 
 #include <cwchar>
 #include <memory>
@@ -10,58 +10,6 @@
 
 namespace qmtool {
 namespace {
-
-// Releases a COM interface when it goes out of scope.
-template <class T>
-struct ComRef
-{
-    ~ComRef()
-    {
-        if (p != nullptr)
-            p->Release();
-    }
-    T* p = nullptr;
-};
-
-// Writes `bitmap` as a 24-bit PNG through the Windows Imaging Component.
-HRESULT SavePng(HBITMAP bitmap, const wchar_t* path)
-{
-    ComRef<IWICImagingFactory> factory;
-    ComRef<IWICBitmap> source;
-    ComRef<IWICStream> stream;
-    ComRef<IWICBitmapEncoder> encoder;
-    ComRef<IWICBitmapFrameEncode> frame;
-    HRESULT hr = CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&factory.p));
-    if (SUCCEEDED(hr))
-        hr = factory.p->CreateBitmapFromHBITMAP(bitmap, nullptr, WICBitmapIgnoreAlpha, &source.p);
-    UINT width = 0, height = 0;
-    if (SUCCEEDED(hr))
-        hr = source.p->GetSize(&width, &height);
-    if (SUCCEEDED(hr))
-        hr = factory.p->CreateStream(&stream.p);
-    if (SUCCEEDED(hr))
-        hr = stream.p->InitializeFromFilename(path, GENERIC_WRITE);
-    if (SUCCEEDED(hr))
-        hr = factory.p->CreateEncoder(GUID_ContainerFormatPng, nullptr, &encoder.p);
-    if (SUCCEEDED(hr))
-        hr = encoder.p->Initialize(stream.p, WICBitmapEncoderNoCache);
-    if (SUCCEEDED(hr))
-        hr = encoder.p->CreateNewFrame(&frame.p, nullptr);
-    if (SUCCEEDED(hr))
-        hr = frame.p->Initialize(nullptr);
-    if (SUCCEEDED(hr))
-        hr = frame.p->SetSize(width, height);
-    WICPixelFormatGUID format = GUID_WICPixelFormat24bppBGR;
-    if (SUCCEEDED(hr))
-        hr = frame.p->SetPixelFormat(&format);
-    if (SUCCEEDED(hr))
-        hr = frame.p->WriteSource(source.p, nullptr);
-    if (SUCCEEDED(hr))
-        hr = frame.p->Commit();
-    if (SUCCEEDED(hr))
-        hr = encoder.p->Commit();
-    return hr;
-}
 
 // "WxH" with both parts from 1 to 16384.
 bool ParseSize(const CString& text, int& width, int& height)
@@ -123,7 +71,7 @@ int Render(const Command& self, Args& args)
     }
     std::unique_ptr<CBitmap> bitmap(QM::SldBltEx(&s));
     const HRESULT init = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    const HRESULT hr = bitmap ? SavePng(*bitmap, args.Positional()[2]) : E_FAIL;
+    const HRESULT hr = bitmap ? qmimage::SavePng(*bitmap, args.Positional()[2]) : E_FAIL;
     if (SUCCEEDED(init))
         CoUninitialize();
     if (FAILED(hr)) {

@@ -1,0 +1,366 @@
+// WndRouting.cpp - how messages reach CWnd objects: the handle map, the
+// subclass procedure of attached windows, the per-thread pre-translation
+// hook, the reflecting subclass of foreign parents, the creation hook and
+// the tool tips of EnableToolTips.
+#include "platform/win/WndRouting.h"
+
+#include <map>
+#include <memory>
+#include <mutex>
+#include <unordered_map>
+
+namespace {
+
+constexpr UINT_PTR kObjectSubclassId = 0x514D0001;  // "QM" + 1
+constexpr UINT_PTR kReflectorSubclassId = 0x514D0002;
+
+struct ThreadHook
+{
+    HHOOK hook = nullptr;
+    int users = 0;
+};
+
+struct Unowned
+{
+    void operator()(CWnd* wnd) const
+    {
+        wnd->m_hWnd = nullptr;
+        delete wnd;
+    }
+};
+
+// Every process-wide table of the window layer, behind one lock: windows of
+// several threads may attach and die at the same time.
+struct Registry
+{
+    std::mutex lock;
+    std::unordered_map<HWND, CWnd*> permanent;
+    std::unordered_map<HWND, std::unique_ptr<CWnd, Unowned>> temporary;
+    std::map<DWORD, ThreadHook> hooks;
+    std::map<HWND, int> reflectorUsers;  // attached children per reflecting parent
+};
+
+Registry& TheRegistry()
+{
+    static Registry registry;
+    return registry;
+}
+
+HMODULE ThisModule()
+{
+    HMODULE module = nullptr;
+    ::GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                         reinterpret_cast<LPCWSTR>(&ThisModule), &module);
+    return module;
+}
+
+// The tool tip window EnableToolTips feeds, one per thread, and the tool it
+// shows now.
+struct ThreadToolTip
+{
+    HWND tip;
+    HWND toolWindow;
+    UINT_PTR toolId;
+    INT_PTR hit;
+};
+thread_local ThreadToolTip t_toolTip{nullptr, nullptr, 0, -1};
+
+thread_local CWnd* t_creating = nullptr;
+
+bool IsMouseMessage(UINT message)
+{
+    return message >= WM_MOUSEFIRST && message <= WM_MOUSELAST;
+}
+
+TOOLINFOW ToolInfo(HWND window, UINT_PTR id)
+{
+    TOOLINFOW info{};
+    info.cbSize = TTTOOLINFOW_V2_SIZE;
+    info.hwnd = window;
+    info.uId = id;
+    return info;
+}
+
+} // namespace
+
+CWnd* CWndRouting::Lookup(HWND hWnd)
+{
+    Registry& registry = TheRegistry();
+    std::lock_guard<std::mutex> hold(registry.lock);
+    const auto found = registry.permanent.find(hWnd);
+    return found == registry.permanent.end() ? nullptr : found->second;
+}
+
+// Wrappers of windows that are gone are dropped here, at the next new one.
+CWnd* CWndRouting::Temporary(HWND hWnd)
+{
+    Registry& registry = TheRegistry();
+    std::lock_guard<std::mutex> hold(registry.lock);
+    auto& slot = registry.temporary[hWnd];
+    if (!slot)
+    {
+        for (auto it = registry.temporary.begin(); it != registry.temporary.end();)
+            it = ::IsWindow(it->first) ? std::next(it) : registry.temporary.erase(it);
+        slot.reset(new CWnd);
+        slot->m_hWnd = hWnd;
+    }
+    return slot.get();
+}
+
+bool CWndRouting::Enter(HWND hWnd, CWnd* wnd)
+{
+    Registry& registry = TheRegistry();
+    std::lock_guard<std::mutex> hold(registry.lock);
+    return registry.permanent.emplace(hWnd, wnd).second;
+}
+
+void CWndRouting::Leave(HWND hWnd)
+{
+    Registry& registry = TheRegistry();
+    std::lock_guard<std::mutex> hold(registry.lock);
+    registry.permanent.erase(hWnd);
+}
+
+bool CWndRouting::Watch(CWnd* wnd)
+{
+    return ::SetWindowSubclass(wnd->m_hWnd, &ObjectProc, kObjectSubclassId, reinterpret_cast<DWORD_PTR>(wnd)) != FALSE;
+}
+
+void CWndRouting::Unwatch(HWND hWnd)
+{
+    ::RemoveWindowSubclass(hWnd, &ObjectProc, kObjectSubclassId);
+}
+
+LRESULT CWndRouting::Route(CWnd* wnd, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const MSG saved = wnd->m_currentMsg;
+    wnd->m_currentMsg = MSG{wnd->m_hWnd, message, wParam, lParam, 0, {0, 0}};
+    const LRESULT result = wnd->WindowProc(message, wParam, lParam);
+    wnd->m_currentMsg = saved;
+    return result;
+}
+
+LRESULT CALLBACK CWndRouting::ObjectProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                         DWORD_PTR data)
+{
+    CWnd* wnd = reinterpret_cast<CWnd*>(data);
+    const LRESULT result = wnd->m_routed ? Route(wnd, message, wParam, lParam)
+                                         : ::DefSubclassProc(hWnd, message, wParam, lParam);
+    if (message == WM_NCDESTROY && wnd->m_hWnd == hWnd)
+    {
+        Release(wnd);
+        wnd->PostNcDestroy();
+    }
+    return result;
+}
+
+// Undoes everything attaching did; the window may already be gone.
+void CWndRouting::Release(CWnd* wnd)
+{
+    const HWND hWnd = wnd->m_hWnd;
+    Unwatch(hWnd);
+    Leave(hWnd);
+    if (wnd->m_reflectingParent != nullptr)
+        ReleaseReflector(wnd->m_reflectingParent);
+    ReleaseHook(wnd->m_hookThread);
+    wnd->m_reflectingParent = nullptr;
+    wnd->m_routed = false;
+    wnd->m_toolTips = false;
+    wnd->m_hWnd = nullptr;
+}
+
+void CWndRouting::AcquireHook(DWORD thread)
+{
+    Registry& registry = TheRegistry();
+    std::lock_guard<std::mutex> hold(registry.lock);
+    ThreadHook& state = registry.hooks[thread];
+    if (state.users++ == 0)
+        state.hook = ::SetWindowsHookExW(WH_GETMESSAGE, &GetMessageHook, ThisModule(), thread);
+}
+
+void CWndRouting::ReleaseHook(DWORD thread)
+{
+    HHOOK unhook = nullptr;
+    {
+        Registry& registry = TheRegistry();
+        std::lock_guard<std::mutex> hold(registry.lock);
+        const auto found = registry.hooks.find(thread);
+        if (found == registry.hooks.end() || --found->second.users > 0)
+            return;
+        unhook = found->second.hook;
+        registry.hooks.erase(found);
+    }
+    if (unhook != nullptr)
+        ::UnhookWindowsHookEx(unhook);
+    if (thread == ::GetCurrentThreadId() && t_toolTip.tip != nullptr)
+    {
+        ::DestroyWindow(t_toolTip.tip);
+        t_toolTip = ThreadToolTip{nullptr, nullptr, 0, -1};
+    }
+}
+
+LRESULT CALLBACK CWndRouting::GetMessageHook(int code, WPARAM wParam, LPARAM lParam)
+{
+    if (code == HC_ACTION && wParam == PM_REMOVE)
+    {
+        MSG* msg = reinterpret_cast<MSG*>(lParam);
+        if (msg->message != WM_NULL && PreTranslate(msg))
+        {
+            msg->message = WM_NULL;
+            msg->wParam = 0;
+            msg->lParam = 0;
+        }
+    }
+    return ::CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+// From the message's window up through its parents, as far as the top-level
+// window; each attached object may consume the message.
+bool CWndRouting::PreTranslate(MSG* msg)
+{
+    for (HWND hWnd = msg->hwnd; hWnd != nullptr;)
+    {
+        const bool child = (::GetWindowLongW(hWnd, GWL_STYLE) & WS_CHILD) != 0;
+        const HWND parent = child ? ::GetParent(hWnd) : nullptr;
+        if (CWnd* wnd = Lookup(hWnd))
+        {
+            if (wnd->m_toolTips && hWnd == msg->hwnd && IsMouseMessage(msg->message))
+                FilterToolTip(wnd, msg);
+            if (wnd->PreTranslateMessage(msg))
+                return true;
+        }
+        hWnd = parent;
+    }
+    return false;
+}
+
+void CWndRouting::FilterToolTip(CWnd* wnd, MSG* msg)
+{
+    if (t_toolTip.tip == nullptr)
+    {
+        const INITCOMMONCONTROLSEX classes{sizeof(INITCOMMONCONTROLSEX), ICC_WIN95_CLASSES};
+        ::InitCommonControlsEx(&classes);
+        t_toolTip.tip = ::CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
+                                          CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
+                                          ::GetAncestor(wnd->m_hWnd, GA_ROOT), nullptr, nullptr, nullptr);
+        if (t_toolTip.tip == nullptr)
+            return;
+    }
+    POINT point{static_cast<short>(LOWORD(msg->lParam)), static_cast<short>(HIWORD(msg->lParam))};
+    TOOLINFOW info = ToolInfo(nullptr, 0);
+    const INT_PTR hit = wnd->OnToolHitTest(point, &info);
+    if (hit != t_toolTip.hit || info.hwnd != t_toolTip.toolWindow)
+    {
+        TOOLINFOW old = ToolInfo(t_toolTip.toolWindow, t_toolTip.toolId);
+        ::SendMessageW(t_toolTip.tip, TTM_DELTOOL, 0, reinterpret_cast<LPARAM>(&old));
+        t_toolTip.hit = hit;
+        t_toolTip.toolWindow = info.hwnd;
+        t_toolTip.toolId = info.uId;
+        if (hit != -1)
+        {
+            info.cbSize = TTTOOLINFOW_V2_SIZE;
+            ::SendMessageW(t_toolTip.tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&info));
+            ::SendMessageW(t_toolTip.tip, TTM_ACTIVATE, TRUE, 0);
+        }
+    }
+    ::SendMessageW(t_toolTip.tip, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(msg));
+}
+
+void CWndRouting::AcquireReflector(HWND parent)
+{
+    Registry& registry = TheRegistry();
+    std::lock_guard<std::mutex> hold(registry.lock);
+    if (registry.reflectorUsers[parent]++ == 0)
+        ::SetWindowSubclass(parent, &ReflectorProc, kReflectorSubclassId, 0);
+}
+
+void CWndRouting::ReleaseReflector(HWND parent)
+{
+    Registry& registry = TheRegistry();
+    std::lock_guard<std::mutex> hold(registry.lock);
+    const auto found = registry.reflectorUsers.find(parent);
+    if (found == registry.reflectorUsers.end() || --found->second > 0)
+        return;
+    registry.reflectorUsers.erase(found);
+    ::RemoveWindowSubclass(parent, &ReflectorProc, kReflectorSubclassId);
+}
+
+LRESULT CALLBACK CWndRouting::ReflectorProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                            DWORD_PTR)
+{
+    const CWnd* self = Lookup(hWnd);
+    LRESULT result = 0;
+    if ((self == nullptr || !self->m_routed) && Reflect(hWnd, message, wParam, lParam, &result))
+        return result;
+    if (message == WM_NCDESTROY)
+        DropReflector(hWnd);
+    return ::DefSubclassProc(hWnd, message, wParam, lParam);
+}
+
+// The parent is going before its last attached child let go of it.
+void CWndRouting::DropReflector(HWND parent)
+{
+    Registry& registry = TheRegistry();
+    std::lock_guard<std::mutex> hold(registry.lock);
+    registry.reflectorUsers.erase(parent);
+    ::RemoveWindowSubclass(parent, &ReflectorProc, kReflectorSubclassId);
+}
+
+// The control a message to its parent came from, or null.
+HWND CWndRouting::SenderOf(HWND parent, UINT message, LPARAM lParam)
+{
+    switch (message)
+    {
+    case WM_COMMAND:
+        return reinterpret_cast<HWND>(lParam);
+    case WM_NOTIFY:
+        return lParam == 0 ? nullptr : reinterpret_cast<NMHDR*>(lParam)->hwndFrom;
+    case WM_DRAWITEM:
+    {
+        const auto* item = reinterpret_cast<DRAWITEMSTRUCT*>(lParam);
+        return item == nullptr || item->CtlType == ODT_MENU ? nullptr : item->hwndItem;
+    }
+    case WM_MEASUREITEM:
+    {
+        const auto* item = reinterpret_cast<MEASUREITEMSTRUCT*>(lParam);
+        return item == nullptr || item->CtlType == ODT_MENU ? nullptr : ::GetDlgItem(parent, item->CtlID);
+    }
+    default:
+        return message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC ? reinterpret_cast<HWND>(lParam)
+                                                                             : nullptr;
+    }
+}
+
+bool CWndRouting::Reflect(HWND parent, UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
+{
+    const HWND sender = SenderOf(parent, message, lParam);
+    CWnd* child = sender == nullptr || sender == parent ? nullptr : Lookup(sender);
+    return child != nullptr && child->m_routed && child->OnChildNotify(message, wParam, lParam, result);
+}
+
+bool CWndRouting::CreateRouted(CWnd* wnd, CREATESTRUCTW& cs)
+{
+    CWnd* outer = t_creating;
+    t_creating = wnd;
+    const HHOOK hook = ::SetWindowsHookExW(WH_CBT, &CreationHook, nullptr, ::GetCurrentThreadId());
+    const HWND hWnd = ::CreateWindowExW(cs.dwExStyle, cs.lpszClass, cs.lpszName, cs.style, cs.x, cs.y, cs.cx,
+                                        cs.cy, cs.hwndParent, cs.hMenu, cs.hInstance, cs.lpCreateParams);
+    if (hook != nullptr)
+        ::UnhookWindowsHookEx(hook);
+    t_creating = outer;
+    return hWnd != nullptr;
+}
+
+// The first window created while an object waits is that object's: it is
+// attached before its WM_NCCREATE, so WM_CREATE reaches the table.
+LRESULT CALLBACK CWndRouting::CreationHook(int code, WPARAM wParam, LPARAM lParam)
+{
+    if (code == HCBT_CREATEWND && t_creating != nullptr)
+    {
+        CWnd* wnd = t_creating;
+        t_creating = nullptr;
+        if (wnd->AttachHandle(reinterpret_cast<HWND>(wParam), true))
+            wnd->PreSubclassWindow();
+    }
+    return ::CallNextHookEx(nullptr, code, wParam, lParam);
+}

@@ -1,0 +1,35 @@
+// WndRouting.h - the machinery behind CWnd (not exported): how messages
+// reach the objects, kept apart from the members programmers call.
+//
+//   CWnd* wnd = CWndRouting::Lookup(hWnd);   // the attached object or null
+#pragma once
+#include "platform/win/Wnd.h"
+
+class CWndRouting
+{
+public:
+    static CWnd* Lookup(HWND hWnd);
+    static CWnd* Temporary(HWND hWnd);
+    static bool Enter(HWND hWnd, CWnd* wnd);
+    static void Leave(HWND hWnd);
+    static bool Watch(CWnd* wnd);
+    static void Unwatch(HWND hWnd);
+    static void Release(CWnd* wnd);
+    static void AcquireHook(DWORD thread);
+    static void ReleaseHook(DWORD thread);
+    static void AcquireReflector(HWND parent);
+    static void ReleaseReflector(HWND parent);
+    static void DropReflector(HWND parent);
+    static bool Reflect(HWND parent, UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
+    static bool CreateRouted(CWnd* wnd, CREATESTRUCTW& cs);
+
+private:
+    static LRESULT Route(CWnd* wnd, UINT message, WPARAM wParam, LPARAM lParam);
+    static bool PreTranslate(MSG* msg);
+    static void FilterToolTip(CWnd* wnd, MSG* msg);
+    static HWND SenderOf(HWND parent, UINT message, LPARAM lParam);
+    static LRESULT CALLBACK ObjectProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+    static LRESULT CALLBACK ReflectorProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+    static LRESULT CALLBACK GetMessageHook(int code, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK CreationHook(int code, WPARAM wParam, LPARAM lParam);
+};

@@ -1,0 +1,148 @@
+// The window foundation inside a host's modal dialog: pre-translation in a
+// loop that is not ours, reflection through a foreign parent, creation
+// through the tables, and windows destroyed behind the library's back.
+#include <QMUtil.h>
+
+#include "support/HostDialog.h"
+#include "support/Input.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+enum : WORD { IDC_EDIT = 101, IDC_BUTTON = 102, IDC_CREATED = 103 };
+
+// An edit that eats 'x' before the dialog manager sees it, counts its
+// changes through reflection, and notes when it is let go.
+class ProbeEdit : public CEdit
+{
+public:
+    BOOL PreTranslateMessage(MSG* msg) override
+    {
+        if (msg->message == WM_KEYDOWN)
+            ++keyDowns;
+        return msg->message == WM_CHAR && msg->wParam == L'x';
+    }
+    void OnChange() { ++changes; }
+    int OnCreate(LPCREATESTRUCTW cs)
+    {
+        createdWithId = static_cast<int>(reinterpret_cast<UINT_PTR>(cs->hMenu));
+        return CEdit::OnCreate(cs);
+    }
+    void PreSubclassWindow() override { ++subclassed; }
+    void PostNcDestroy() override { ++finished; }
+
+    int keyDowns = 0, changes = 0, createdWithId = 0, subclassed = 0, finished = 0;
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(ProbeEdit, CEdit)
+    ON_WM_CREATE()
+    ON_CONTROL_REFLECT(EN_CHANGE, &ProbeEdit::OnChange)
+END_MESSAGE_MAP()
+
+// A button that sees its click and lets the dialog have it as well.
+class ProbeButton : public CButton
+{
+public:
+    BOOL OnClicked()
+    {
+        ++clicks;
+        return FALSE;
+    }
+    int clicks = 0;
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(ProbeButton, CButton)
+    ON_CONTROL_REFLECT_EX(BN_CLICKED, &ProbeButton::OnClicked)
+END_MESSAGE_MAP()
+
+HostDialog MakeHost()
+{
+    return HostDialog({{L"EDIT", L"", ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP, IDC_EDIT, 10, 10, 100, 14},
+                       {L"BUTTON", L"OK", BS_PUSHBUTTON | WS_TABSTOP, IDC_BUTTON, 10, 40, 50, 14}});
+}
+
+TEST(WindowFoundation, HookAndReflectionWorkInsideTheHostsModalLoop)
+{
+    HostDialog host = MakeHost();
+    ProbeEdit edit;
+    ProbeButton button;
+    host.onInit = [&](HWND dialog) {
+        ASSERT_TRUE(edit.SubclassDlgItem(IDC_EDIT, CWnd::FromHandle(dialog)));
+        ASSERT_TRUE(button.SubclassDlgItem(IDC_BUTTON, CWnd::FromHandle(dialog)));
+    };
+    ASSERT_TRUE(host.RunModal([&](HostDialog& h) {
+        h.Focus(IDC_EDIT);
+        input::Type(L"axb");
+        h.Settle();
+        EXPECT_EQ(h.Text(IDC_EDIT), L"ab");
+        RECT rc{};
+        ::GetClientRect(h.Item(IDC_BUTTON), &rc);
+        input::Click(h.Item(IDC_BUTTON), rc.right / 2, rc.bottom / 2);
+        h.Settle();
+    }));
+    EXPECT_EQ(edit.subclassed, 1);
+    EXPECT_GE(edit.keyDowns, 3);
+    EXPECT_EQ(edit.changes, 2);
+    EXPECT_EQ(button.clicks, 1);
+    // The edit's EN_CHANGE was handled where it was reflected, so the dialog
+    // saw none; the button passed its click on.
+    static const ExpectedMsg kSeen[] = {
+        {WM_COMMAND, 0, MAKEWPARAM(IDC_EDIT, EN_SETFOCUS), 0},  {WM_COMMAND, 0, MAKEWPARAM(IDC_EDIT, EN_UPDATE), 0},
+        {WM_COMMAND, 0, MAKEWPARAM(IDC_EDIT, EN_UPDATE), 0},    {WM_COMMAND, 0, MAKEWPARAM(IDC_EDIT, EN_KILLFOCUS), 0},
+        {WM_COMMAND, 0, MAKEWPARAM(IDC_BUTTON, BN_CLICKED), 0}, {0, 0, 0, 0}};
+    EXPECT_TRUE(SequenceMatches(host.Received(), kSeen, host.Window()));
+}
+
+TEST(WindowFoundation, ClosingTheDialogReleasesEveryAttachedObject)
+{
+    HostDialog host = MakeHost();
+    ProbeEdit subclassed, created;
+    CWnd attached;
+    HWND handles[3] = {};
+    host.onInit = [&](HWND dialog) {
+        subclassed.SubclassDlgItem(IDC_EDIT, CWnd::FromHandle(dialog));
+        attached.Attach(::GetDlgItem(dialog, IDC_BUTTON));
+        created.Create(WS_CHILD | WS_VISIBLE | WS_BORDER, CRect(10, 100, 100, 120), CWnd::FromHandle(dialog), IDC_CREATED);
+        handles[0] = subclassed.m_hWnd;
+        handles[1] = attached.m_hWnd;
+        handles[2] = created.m_hWnd;
+    };
+    ASSERT_TRUE(host.RunModal([](HostDialog&) {}));
+    EXPECT_EQ(created.createdWithId, IDC_CREATED);
+    EXPECT_EQ(created.subclassed, 1);
+    for (HWND handle : handles)
+    {
+        ASSERT_NE(handle, nullptr);
+        EXPECT_EQ(CWnd::FromHandlePermanent(handle), nullptr);
+    }
+    EXPECT_EQ(subclassed.m_hWnd, nullptr);
+    EXPECT_EQ(attached.m_hWnd, nullptr);
+    EXPECT_EQ(created.m_hWnd, nullptr);
+    EXPECT_EQ(subclassed.finished, 1);
+    EXPECT_EQ(created.finished, 1);
+}
+
+TEST(WindowFoundation, NullWindowsAndMissingIdsGiveEmptyResults)
+{
+    CWnd none;
+    CEdit edit;
+    CListBox box;
+    CString text = L"kept?";
+    none.GetWindowText(text);
+    EXPECT_TRUE(text.IsEmpty());
+    EXPECT_EQ(CWnd::FromHandle(nullptr), nullptr);
+    EXPECT_EQ(none.GetDlgItem(1), nullptr);
+    EXPECT_EQ(none.GetParent(), nullptr);
+    EXPECT_FALSE(edit.SubclassDlgItem(1, nullptr));
+    EXPECT_FALSE(edit.SubclassDlgItem(1, &none));
+    EXPECT_FALSE(edit.SubclassWindow(nullptr));
+    EXPECT_EQ(box.GetCurSel(), LB_ERR);
+    EXPECT_EQ(box.FindString(-1, L"a"), LB_ERR);
+    EXPECT_EQ(none.SendMessage(WM_GETTEXTLENGTH), 0);
+    EXPECT_EQ(none.Detach(), nullptr);
+}
+
+} // namespace
