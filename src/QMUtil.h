@@ -19,6 +19,8 @@
 #include "platform/Gdi.h"
 #include "platform/Geometry.h"
 #include "platform/Module.h"
+#include "platform/ole/OleDispatchDriver.h"
+#include "platform/ole/OleVariant.h"
 
 // Library frame: messages, tracing, version
 #include "frame/DebugTrace.h"
@@ -55,3 +57,7 @@
 #include "fs/FileOps.h"
 #include "fs/Listing.h"
 #include "fs/PathParts.h"
+
+// Data exchange: database access, spreadsheet export
+#include "data/AdoForVc.h"
+#include "data/ExcelExport.h"
