@@ -205,7 +205,7 @@ class Recordset;
 class Connection : public Object
 {
 public:
-    Connection() : Object(L"Connection", {L"Mode", L"Open", L"Close", L"Execute", L"OpenSchema"}) {}
+    Connection() : Object(L"Connection", {L"Mode", L"Open", L"Close", L"Execute", L"OpenSchema", L"BeginTrans", L"RollbackTrans"}) {}
     ~Connection() override { Disconnect(); }
     HRESULT Call(int member, WORD flags, Args& a, VARIANT* result) override;
     // Runs `sql` (the table list when null) into `table`; DISP_E_EXCEPTION
@@ -337,8 +337,20 @@ HRESULT Connection::Call(int member, WORD flags, Args& a, VARIANT* result)
     case 2:
         if (m_dbc == SQL_NULL_HDBC)
             return Raise(a, kObjectClosed, kClosedText);
+        if (!SQL_SUCCEEDED(SQLDisconnect(m_dbc)))   // a transaction still open, say
+            return Raise(a, kConnectFailed, DriverMessage(SQL_HANDLE_DBC, m_dbc));
         return Disconnect(), S_OK;
     case 3: return Execute(a, result);
+    case 5:
+    case 6: {
+        if (m_dbc == SQL_NULL_HDBC)
+            return Raise(a, kObjectClosed, kClosedText);
+        if (member == 6)
+            SQLEndTran(SQL_HANDLE_DBC, m_dbc, SQL_ROLLBACK);
+        const SQLULEN autoCommit = member == 5 ? SQL_AUTOCOMMIT_OFF : SQL_AUTOCOMMIT_ON;
+        SQLSetConnectAttrW(m_dbc, SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(autoCommit), 0);
+        return S_OK;
+    }
     default: {
         if (a.Long(0, -1) != 20)
             return Raise(a, kNotCapable, L"Object or provider is not capable of performing requested operation.");
