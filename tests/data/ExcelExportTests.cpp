@@ -2,7 +2,6 @@
 // Excel, which records every call and saves XML spreadsheets.
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <utility>
 #include <vector>
 
@@ -110,36 +109,6 @@ TEST_F(ExcelExport, AFileHeldOpenIsNotSavedOver)
     EXPECT_EQ(static_cast<UINT>(MB_ICONEXCLAMATION), seen.icon);
     EXPECT_EQ("kept", qmtest::TempDir::ReadFile(file));
     EXPECT_EQ(-1, TakeCalls().Find(L"SaveAs"));
-}
-
-// The dispatch driver reports what the server raised, description and code.
-TEST(DispatchDriver, FailedCallsThrowTheServersDescriptionAndCode)
-{
-    ASSERT_TRUE(SUCCEEDED(AfxOleInitThread()));
-    {
-        COleDispatchDriver app;
-        ASSERT_TRUE(app.CreateDispatch(L"Excel.Application"));
-        LPDISPATCH books = nullptr;
-        app.GetProperty(app.GetIDOfName(L"Workbooks"), VT_DISPATCH, &books);
-        const COleDispatchDriver workbooks(books);
-        static const BYTE parms[] = VTS_BSTR;
-        const struct { std::function<void()> call; HRESULT code; const wchar_t* description; } rows[] = {
-            {[&] { app.GetIDOfName(L"Quit"); }, DISP_E_UNKNOWNNAME, nullptr},
-            {[&] { workbooks.InvokeHelper(1, DISPATCH_METHOD, VT_I4, nullptr, parms, L"x"); }, DISP_E_TYPEMISMATCH, nullptr},
-            {[&] { app.InvokeHelper(99, DISPATCH_METHOD, VT_EMPTY, nullptr, nullptr); }, DISP_E_MEMBERNOTFOUND, nullptr},
-        };
-        for (const auto& row : rows) {
-            try {
-                row.call();
-                ADD_FAILURE() << "no exception for code " << std::hex << row.code;
-            } catch (COleDispatchException* e) {
-                EXPECT_EQ(row.code, e->m_scError);
-                EXPECT_FALSE(e->m_strDescription.IsEmpty());
-                e->Delete();
-            }
-        }
-    }
-    AfxOleTermThread();
 }
 
 }  // namespace

@@ -2,8 +2,9 @@
 // databases through ODBC (Wine's odbc32 reaches unixODBC): the Access
 // provider's connection string is served by the MDBTools driver on the named
 // file, any other string goes to ODBC as it stands, Windows paths in it made
-// Linux paths. A query is read whole when it is opened; errors carry the
-// driver's own message.
+// Linux paths. A result is read whole when it is opened; values come as the
+// driver's text converted to the column's type (binary ones stay the
+// driver's hex text); errors carry the driver's own message.
 #include "StandIn.h"
 
 #include <sql.h>
@@ -16,15 +17,10 @@ namespace standin {
 namespace {
 
 // The codes real ADO raises in these cases.
-const HRESULT kConnectFailed = E_FAIL;
-const HRESULT kCommandFailed = static_cast<HRESULT>(0x80040E14);   // errors in the command
-const HRESULT kObjectClosed = static_cast<HRESULT>(0x800A0E78);
-const HRESULT kObjectOpen = static_cast<HRESULT>(0x800A0E79);
-const HRESULT kNoCurrentRecord = static_cast<HRESULT>(0x800A0BCD);
-const HRESULT kNotCapable = static_cast<HRESULT>(0x800A0CB3);
-const HRESULT kItemNotFound = static_cast<HRESULT>(0x800A0CC1);
-
-const wchar_t kClosedText[] = L"Operation is not allowed when the object is closed.";
+const HRESULT kConnectFailed = E_FAIL, kCommandFailed = static_cast<HRESULT>(0x80040E14),
+              kObjectClosed = static_cast<HRESULT>(0x800A0E78), kNoCurrentRecord = static_cast<HRESULT>(0x800A0BCD),
+              kNotFound = static_cast<HRESULT>(0x800A0CC1);
+const wchar_t kClosedText[] = L"Operation is not allowed in this state of the object.";
 const wchar_t kNoRecordText[] = L"Either BOF or EOF is True, or the current record has been deleted.";
 
 std::wstring DriverMessage(SQLSMALLINT type, SQLHANDLE handle)
@@ -36,17 +32,7 @@ std::wstring DriverMessage(SQLSMALLINT type, SQLHANDLE handle)
     return text[0] != 0 ? reinterpret_cast<wchar_t*>(text) : L"The ODBC driver refused the request.";
 }
 
-struct Statement
-{
-    SQLHSTMT h = SQL_NULL_HSTMT;
-    ~Statement()
-    {
-        if (h != SQL_NULL_HSTMT)
-            SQLFreeHandle(SQL_HANDLE_STMT, h);
-    }
-};
-
-// A result held whole: names, ADO type codes and cells row-major.
+// A result held whole: names, ADO type codes, VARIANT types, cells row-major.
 struct Table
 {
     std::vector<std::wstring> names;
@@ -67,67 +53,39 @@ std::pair<long, VARTYPE> MapType(SQLSMALLINT type, SQLULEN size)
     switch (type) {
     case SQL_INTEGER: return {3, VT_I4};
     case SQL_SMALLINT: return {2, VT_I2};
-    case SQL_TINYINT: return {17, VT_UI1};
     case SQL_BIGINT: return {20, VT_I8};
-    case SQL_REAL:
-    case SQL_FLOAT: return {4, VT_R4};   // MDBTools reports Access's Single as SQL_FLOAT
+    case SQL_REAL: case SQL_FLOAT: return {4, VT_R4};   // MDBTools reports Access's Single as SQL_FLOAT
     case SQL_DOUBLE: return {5, VT_R8};
-    case SQL_DECIMAL:
-    case SQL_NUMERIC: return {6, VT_CY};
-    case SQL_TYPE_DATE:
-    case SQL_TYPE_TIMESTAMP:
-    case SQL_DATETIME:
-    case SQL_TIMESTAMP: return {7, VT_DATE};
+    case SQL_DECIMAL: case SQL_NUMERIC: return {6, VT_CY};
+    case SQL_TYPE_DATE: case SQL_TYPE_TIMESTAMP: case SQL_DATETIME: case SQL_TIMESTAMP: return {7, VT_DATE};
     case SQL_BIT: return {11, VT_BOOL};
-    case SQL_BINARY:
-    case SQL_VARBINARY:
-    case SQL_LONGVARBINARY: return {205, VT_ARRAY | VT_UI1};
-    case SQL_LONGVARCHAR:
-    case SQL_WLONGVARCHAR: return {203, VT_BSTR};
+    case SQL_BINARY: case SQL_VARBINARY: case SQL_LONGVARBINARY: return {205, VT_BSTR};
+    case SQL_LONGVARCHAR: case SQL_WLONGVARCHAR: return {203, VT_BSTR};
     default: return {size == 0 || size > 255 ? 203 : 202, VT_BSTR};   // MDBTools: a Memo is VARCHAR of size 0
     }
 }
 
-// The bytes of one cell; false for NULL or a failure (then `failed` is set).
-bool GetBytes(SQLHSTMT st, SQLUSMALLINT column, SQLSMALLINT cType, std::string& bytes, bool& failed)
+// One cell; a text that does not convert to the column's type stays text,
+// so no value is lost. False when the driver fails.
+bool ReadCell(SQLHSTMT st, SQLUSMALLINT column, VARTYPE vt, VARIANT& cell)
 {
-    char buffer[4096];
-    const SQLLEN room = sizeof buffer - (cType == SQL_C_WCHAR ? sizeof(SQLWCHAR) : 0);
+    std::wstring text;
+    SQLWCHAR buffer[2048];
     SQLLEN got = 0;
     SQLRETURN rc;
-    while ((rc = SQLGetData(st, column, cType, buffer, sizeof buffer, &got)) == SQL_SUCCESS ||
-           rc == SQL_SUCCESS_WITH_INFO) {
+    while (SQL_SUCCEEDED(rc = SQLGetData(st, column, SQL_C_WCHAR, buffer, sizeof buffer, &got))) {
         if (got == SQL_NULL_DATA)
-            return false;
-        bytes.append(buffer, static_cast<size_t>(got == SQL_NO_TOTAL || got > room ? room : got));
+            return V_VT(&cell) = VT_NULL, true;
+        const SQLLEN room = ARRAYSIZE(buffer) - 1, chars = got == SQL_NO_TOTAL ? room : got / 2;
+        text.append(reinterpret_cast<wchar_t*>(buffer), static_cast<size_t>(std::min(chars, room)));
         if (rc == SQL_SUCCESS)
             break;
     }
-    failed = rc != SQL_SUCCESS && rc != SQL_NO_DATA;
-    return !failed;
-}
-
-// One cell as ADO gives it: the driver's text converted to the column's
-// type, kept as text when it does not convert, so no value is lost.
-bool ReadCell(SQLHSTMT st, SQLUSMALLINT column, VARTYPE vt, VARIANT& cell)
-{
-    std::string bytes;
-    bool failed = false;
-    const bool binary = vt == (VT_ARRAY | VT_UI1);
-    if (!GetBytes(st, column, binary ? SQL_C_BINARY : SQL_C_WCHAR, bytes, failed)) {
-        V_VT(&cell) = VT_NULL;
-        return !failed;
-    }
-    if (binary) {
-        V_VT(&cell) = vt;
-        V_ARRAY(&cell) = SafeArrayCreateVector(VT_UI1, 0, static_cast<ULONG>(bytes.size()));
-        return V_ARRAY(&cell) != nullptr && (std::copy(bytes.begin(), bytes.end(), static_cast<char*>(V_ARRAY(&cell)->pvData)), true);
-    }
     V_VT(&cell) = VT_BSTR;
-    V_BSTR(&cell) = SysAllocStringLen(reinterpret_cast<const wchar_t*>(bytes.data()), static_cast<UINT>(bytes.size() / 2));
+    V_BSTR(&cell) = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
     if (vt != VT_BSTR)
         VariantChangeTypeEx(&cell, &cell, LOCALE_INVARIANT, 0, vt);
-    return true;
+    return rc == SQL_SUCCESS || rc == SQL_NO_DATA;
 }
 
 // Describes and fetches every row of an executed statement.
@@ -135,8 +93,6 @@ bool ReadTable(SQLHSTMT st, Table& table)
 {
     SQLSMALLINT count = 0;
     SQLNumResultCols(st, &count);
-    if (count == 0)
-        return true;   // a statement that returns no rows
     for (SQLUSMALLINT c = 1; c <= count; ++c) {
         SQLWCHAR name[256] = {};
         SQLSMALLINT length = 0, type = 0, digits = 0, nullable = 0;
@@ -148,8 +104,8 @@ bool ReadTable(SQLHSTMT st, Table& table)
         table.types.push_back(ado.first);
         table.vts.push_back(ado.second);
     }
-    SQLRETURN rc;
-    while ((rc = SQLFetch(st)) == SQL_SUCCESS || rc == SQL_SUCCESS_WITH_INFO)
+    SQLRETURN rc = SQL_NO_DATA;
+    while (count > 0 && SQL_SUCCEEDED(rc = SQLFetch(st)))
         for (SQLUSMALLINT c = 1; c <= count; ++c) {
             table.cells.emplace_back();
             VariantInit(&table.cells.back());
@@ -163,7 +119,8 @@ bool ReadTable(SQLHSTMT st, Table& table)
 std::wstring UnixPath(const std::wstring& path)
 {
     using ToUnix = char*(CDECL*)(const wchar_t*);
-    auto toUnix = reinterpret_cast<ToUnix>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
+    auto toUnix = reinterpret_cast<ToUnix>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name")));
     char* unix = toUnix != nullptr ? toUnix(path.c_str()) : nullptr;
     if (unix == nullptr)
         return path;
@@ -200,32 +157,12 @@ std::wstring OdbcString(const std::wstring& ado)
     return access ? L"DRIVER={MDBTools};DBQ=" + file : odbc;
 }
 
-class Recordset;
-
-class Connection : public Object
-{
-public:
-    Connection() : Object(L"Connection", {L"Mode", L"Open", L"Close", L"Execute", L"OpenSchema", L"BeginTrans", L"RollbackTrans"}) {}
-    ~Connection() override { Disconnect(); }
-    HRESULT Call(int member, WORD flags, Args& a, VARIANT* result) override;
-    // Runs `sql` (the table list when null) into `table`; DISP_E_EXCEPTION
-    // with the driver's message when it fails.
-    HRESULT Query(Args& a, const std::wstring* sql, Table& table);
-
-private:
-    HRESULT Open(Args& a);
-    HRESULT Execute(Args& a, VARIANT* result);
-    void Disconnect();
-
-    long m_mode = 0;
-    SQLHENV m_env = SQL_NULL_HENV;
-    SQLHDBC m_dbc = SQL_NULL_HDBC;
-};
-
 class Recordset : public Object
 {
 public:
-    Recordset() : Object(L"Recordset", {L"Open", L"Close", L"Fields", L"BOF", L"EOF", L"GetRows", L"MoveNext"}) {}
+    explicit Recordset(std::unique_ptr<Table> table = nullptr)
+        : Object(L"Recordset", {L"Open", L"Close", L"Fields", L"BOF", L"EOF", L"GetRows", L"MoveNext"}),
+          m_table(std::move(table)) {}
     HRESULT Call(int member, WORD flags, Args& a, VARIANT* result) override;
     bool AtEnd() const { return m_pos >= m_table->Rows(); }
 
@@ -234,6 +171,26 @@ public:
 
 private:
     HRESULT GetRows(Args& a, VARIANT* result);
+};
+
+class Connection : public Object
+{
+public:
+    Connection()
+        : Object(L"Connection", {L"Mode", L"Open", L"Close", L"Execute", L"OpenSchema", L"BeginTrans", L"RollbackTrans"}) {}
+    ~Connection() override { Free(); }
+    HRESULT Call(int member, WORD flags, Args& a, VARIANT* result) override;
+    // Runs `sql` (the table list when null) into a new table.
+    HRESULT Query(Args& a, const std::wstring* sql, std::unique_ptr<Table>& table);
+
+private:
+    HRESULT Open(Args& a);
+    HRESULT Transaction(bool begin);
+    void Free();
+
+    long m_mode = 0;
+    SQLHENV m_env = SQL_NULL_HENV;
+    SQLHDBC m_dbc = SQL_NULL_HDBC;   // set while open
 };
 
 // Fields (Count, Item) and Field (Name, Type, Value) of an open recordset.
@@ -254,12 +211,10 @@ private:
     long m_column;   // -1 for the collection
 };
 
-void Connection::Disconnect()
+void Connection::Free()
 {
-    if (m_dbc != SQL_NULL_HDBC) {
-        SQLDisconnect(m_dbc);
+    if (m_dbc != SQL_NULL_HDBC)
         SQLFreeHandle(SQL_HANDLE_DBC, m_dbc);
-    }
     if (m_env != SQL_NULL_HENV)
         SQLFreeHandle(SQL_HANDLE_ENV, m_env);
     m_dbc = SQL_NULL_HDBC;
@@ -269,97 +224,76 @@ void Connection::Disconnect()
 HRESULT Connection::Open(Args& a)
 {
     if (m_dbc != SQL_NULL_HDBC)
-        return Raise(a, kObjectOpen, L"Operation is not allowed when the object is open.");
+        return Raise(a, kConnectFailed, kClosedText);
     const std::wstring odbc = OdbcString(a.Text(0));
     SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &m_env);
     SQLSetEnvAttr(m_env, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
     SQLAllocHandle(SQL_HANDLE_DBC, m_env, &m_dbc);
     SQLWCHAR out[1024];
     SQLSMALLINT length = 0;
-    const SQLRETURN rc = SQLDriverConnectW(m_dbc, nullptr, reinterpret_cast<SQLWCHAR*>(const_cast<wchar_t*>(odbc.c_str())),
-                                           SQL_NTS, out, 1024, &length, SQL_DRIVER_NOPROMPT);
-    if (SQL_SUCCEEDED(rc))
+    if (SQL_SUCCEEDED(SQLDriverConnectW(m_dbc, nullptr, reinterpret_cast<SQLWCHAR*>(const_cast<wchar_t*>(odbc.c_str())),
+                                       SQL_NTS, out, 1024, &length, SQL_DRIVER_NOPROMPT)))
         return S_OK;
     const std::wstring message = DriverMessage(SQL_HANDLE_DBC, m_dbc);
-    SQLFreeHandle(SQL_HANDLE_DBC, m_dbc);   // never connected: no SQLDisconnect
-    m_dbc = SQL_NULL_HDBC;
-    Disconnect();
+    Free();
     return Raise(a, kConnectFailed, message);
 }
 
-HRESULT Connection::Query(Args& a, const std::wstring* sql, Table& table)
+HRESULT Connection::Query(Args& a, const std::wstring* sql, std::unique_ptr<Table>& table)
 {
     if (m_dbc == SQL_NULL_HDBC)
         return Raise(a, kObjectClosed, kClosedText);
-    Statement st;
-    SQLAllocHandle(SQL_HANDLE_STMT, m_dbc, &st.h);
+    SQLHSTMT st = SQL_NULL_HSTMT;
+    SQLAllocHandle(SQL_HANDLE_STMT, m_dbc, &st);
     const SQLRETURN rc = sql != nullptr
-        ? SQLExecDirectW(st.h, reinterpret_cast<SQLWCHAR*>(const_cast<wchar_t*>(sql->c_str())), SQL_NTS)
-        : SQLTablesW(st.h, nullptr, 0, nullptr, 0, nullptr, 0, nullptr, 0);
-    if ((!SQL_SUCCEEDED(rc) && rc != SQL_NO_DATA) || !ReadTable(st.h, table))
-        return Raise(a, kCommandFailed, DriverMessage(SQL_HANDLE_STMT, st.h));
+        ? SQLExecDirectW(st, reinterpret_cast<SQLWCHAR*>(const_cast<wchar_t*>(sql->c_str())), SQL_NTS)
+        : SQLTablesW(st, nullptr, 0, nullptr, 0, nullptr, 0, nullptr, 0);
+    auto read = std::make_unique<Table>();
+    const bool ok = (SQL_SUCCEEDED(rc) || rc == SQL_NO_DATA) && ReadTable(st, *read);
+    const std::wstring message = ok ? L"" : DriverMessage(SQL_HANDLE_STMT, st);
+    SQLFreeHandle(SQL_HANDLE_STMT, st);
+    if (!ok)
+        return Raise(a, kCommandFailed, message);
+    table = std::move(read);
     return S_OK;
 }
 
-// Execute(CommandText, [RecordsAffected], [Options]): with option 128 no
-// recordset is made, else an open one is returned.
-HRESULT Connection::Execute(Args& a, VARIANT* result)
+// BeginTrans turns the driver's autocommit off, RollbackTrans undoes and turns it on.
+HRESULT Connection::Transaction(bool begin)
 {
-    if (m_dbc == SQL_NULL_HDBC)
-        return Raise(a, kObjectClosed, kClosedText);
-    const std::wstring sql = a.Text(0);
-    if (!(a.Long(2, 0) & 128)) {
-        auto* records = new Recordset;
-        records->m_table = std::make_unique<Table>();
-        const HRESULT hr = Query(a, &sql, *records->m_table);
-        return SUCCEEDED(hr) ? Return(result, records) : (records->Release(), hr);
-    }
-    Statement st;
-    SQLAllocHandle(SQL_HANDLE_STMT, m_dbc, &st.h);
-    const SQLRETURN rc = SQLExecDirectW(st.h, reinterpret_cast<SQLWCHAR*>(const_cast<wchar_t*>(sql.c_str())), SQL_NTS);
-    if (!SQL_SUCCEEDED(rc) && rc != SQL_NO_DATA)
-        return Raise(a, kCommandFailed, DriverMessage(SQL_HANDLE_STMT, st.h));
-    SQLLEN rows = 0;
-    SQLRowCount(st.h, &rows);
-    if (a.Count() > 1 && V_VT(a.v[1]) == (VT_BYREF | VT_I4))
-        *V_I4REF(a.v[1]) = static_cast<LONG>(rows);
+    if (!begin)
+        SQLEndTran(SQL_HANDLE_DBC, m_dbc, SQL_ROLLBACK);
+    const SQLULEN autoCommit = begin ? SQL_AUTOCOMMIT_OFF : SQL_AUTOCOMMIT_ON;
+    SQLSetConnectAttrW(m_dbc, SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(autoCommit), 0);
     return S_OK;
 }
 
 HRESULT Connection::Call(int member, WORD flags, Args& a, VARIANT* result)
 {
+    if (member == 0)
+        return flags & DISPATCH_PROPERTYPUT ? (m_mode = a.Long(0, 0), S_OK) : Return(result, m_mode);
+    if (member == 1)
+        return Open(a);
+    if (m_dbc == SQL_NULL_HDBC)
+        return Raise(a, kObjectClosed, kClosedText);
+    std::unique_ptr<Table> table;
+    const std::wstring sql = a.Text(0);
     switch (member) {
-    case 0:
-        if (flags & DISPATCH_PROPERTYPUT)
-            return m_mode = a.Long(0, 0), S_OK;
-        return Return(result, m_mode);
-    case 1: return Open(a);
-    case 2:
-        if (m_dbc == SQL_NULL_HDBC)
-            return Raise(a, kObjectClosed, kClosedText);
-        if (!SQL_SUCCEEDED(SQLDisconnect(m_dbc)))   // a transaction still open, say
+    case 2:   // refused while a transaction is open, as ADO refuses
+        if (!SQL_SUCCEEDED(SQLDisconnect(m_dbc)))
             return Raise(a, kConnectFailed, DriverMessage(SQL_HANDLE_DBC, m_dbc));
-        return Disconnect(), S_OK;
-    case 3: return Execute(a, result);
-    case 5:
-    case 6: {
-        if (m_dbc == SQL_NULL_HDBC)
-            return Raise(a, kObjectClosed, kClosedText);
-        if (member == 6)
-            SQLEndTran(SQL_HANDLE_DBC, m_dbc, SQL_ROLLBACK);
-        const SQLULEN autoCommit = member == 5 ? SQL_AUTOCOMMIT_OFF : SQL_AUTOCOMMIT_ON;
-        SQLSetConnectAttrW(m_dbc, SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(autoCommit), 0);
-        return S_OK;
-    }
-    default: {
+        return Free(), S_OK;
+    case 5: case 6: return Transaction(member == 5);
+    case 4:   // OpenSchema(20): the tables, every kind, as ADO lists them
         if (a.Long(0, -1) != 20)
-            return Raise(a, kNotCapable, L"Object or provider is not capable of performing requested operation.");
-        auto* records = new Recordset;
-        records->m_table = std::make_unique<Table>();
-        const HRESULT hr = Query(a, nullptr, *records->m_table);
-        return SUCCEEDED(hr) ? Return(result, records) : (records->Release(), hr);
+            return Raise(a, kNotFound, L"Object or provider is not capable of performing requested operation.");
+        break;
     }
-    }
+    // Execute(CommandText, [RecordsAffected], [Options]): option 128 makes no recordset.
+    const HRESULT hr = Query(a, member == 3 ? &sql : nullptr, table);
+    if (FAILED(hr) || (member == 3 && (a.Long(2, 0) & 128)))
+        return hr;
+    return Return(result, new Recordset(std::move(table)));
 }
 
 // GetRows([Rows], [Start], [Fields]): the rows from the current one on, an
@@ -368,15 +302,12 @@ HRESULT Recordset::GetRows(Args& a, VARIANT* result)
 {
     if (AtEnd())
         return Raise(a, kNoCurrentRecord, kNoRecordText);
-    if (result == nullptr)
-        return S_OK;
     const size_t columns = m_table->names.size(), left = m_table->Rows() - m_pos;
-    const long asked = a.Long(0, -1);
-    const size_t rows = asked < 0 ? left : std::min(left, static_cast<size_t>(asked));
+    const size_t rows = a.Long(0, -1) < 0 ? left : std::min(left, static_cast<size_t>(a.Long(0, -1)));
     SAFEARRAYBOUND bounds[2] = {{static_cast<ULONG>(columns), 0}, {static_cast<ULONG>(rows), 0}};
     SAFEARRAY* array = SafeArrayCreate(VT_VARIANT, 2, bounds);
-    if (array == nullptr)
-        return E_OUTOFMEMORY;
+    if (array == nullptr || result == nullptr)
+        return array != nullptr ? SafeArrayDestroy(array) : E_OUTOFMEMORY;
     VARIANT* cells = static_cast<VARIANT*>(array->pvData);
     for (size_t i = 0; i < rows * columns; ++i)
         VariantCopy(&cells[i], &m_table->cells[m_pos * columns + i]);
@@ -388,19 +319,12 @@ HRESULT Recordset::GetRows(Args& a, VARIANT* result)
 
 HRESULT Recordset::Call(int member, WORD, Args& a, VARIANT* result)
 {
-    if (member == 0) {
-        if (m_table)
-            return Raise(a, kObjectOpen, L"Operation is not allowed when the object is open.");
-        auto* connection = a.Count() > 1 && V_VT(a.v[1]) == VT_DISPATCH
+    if (member == 0) {   // Open(Source, ActiveConnection, ...): always forward-only and read-only
+        auto* connection = a.Count() > 1 && V_VT(a.v[1]) == VT_DISPATCH && !m_table
             ? dynamic_cast<Connection*>(Object::From(V_DISPATCH(a.v[1]))) : nullptr;
-        if (connection == nullptr)
-            return Raise(a, kObjectClosed, L"The connection cannot be used to perform this operation.");
-        auto table = std::make_unique<Table>();
         const std::wstring sql = a.Text(0);
-        const HRESULT hr = connection->Query(a, &sql, *table);
-        if (SUCCEEDED(hr))
-            m_table = std::move(table), m_pos = 0;
-        return hr;
+        m_pos = 0;
+        return connection != nullptr ? connection->Query(a, &sql, m_table) : Raise(a, kObjectClosed, kClosedText);
     }
     if (!m_table)
         return Raise(a, kObjectClosed, kClosedText);
@@ -424,23 +348,21 @@ HRESULT FieldObject::Call(int member, WORD, Args& a, VARIANT* result)
     const long columns = static_cast<long>(table->names.size());
     if (member == 0)
         return Return(result, columns);
-    if (member == 1) {
+    if (member == 1) {   // Item(index or name)
         const bool byName = !a.v.empty() && V_VT(a.v[0]) == VT_BSTR;
         long index = byName ? -1 : a.Long(0, -1);
         for (long c = 0; byName && index < 0 && c < columns; ++c)
-            if (_wcsicmp(table->names[c].c_str(), a.Text(0).c_str()) == 0)
-                index = c;
+            index = _wcsicmp(table->names[c].c_str(), a.Text(0).c_str()) == 0 ? c : -1;
         if (index < 0 || index >= columns)
-            return Raise(a, kItemNotFound, L"Item cannot be found in the collection.");
+            return Raise(a, kNotFound, L"Item cannot be found in the collection.");
         return Return(result, new FieldObject(m_owner, index));
     }
-    if (member == 2)
-        return Return(result, table->names[m_column]);
-    if (member == 3)
-        return Return(result, table->types[m_column]);
+    if (member == 2 || member == 3)
+        return member == 2 ? Return(result, table->names[m_column]) : Return(result, table->types[m_column]);
     if (m_owner->AtEnd())
         return Raise(a, kNoCurrentRecord, kNoRecordText);
-    return result == nullptr ? S_OK : VariantCopy(result, const_cast<VARIANT*>(&table->cells[m_owner->m_pos * columns + m_column]));
+    return result == nullptr ? S_OK
+                             : VariantCopy(result, const_cast<VARIANT*>(&table->cells[m_owner->m_pos * columns + m_column]));
 }
 
 }  // namespace
