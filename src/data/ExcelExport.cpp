@@ -121,8 +121,8 @@ int ExportToExcelTable(const wchar_t* file, CStringArray& headers, CStringArray&
     COleDispatchDriver range(GetDispatch(sheet, L"Cells"));
     range.SetProperty(range.GetIDOfName(L"NumberFormat"), VT_BSTR, L"@");
 
-    std::vector<int> width(widths != nullptr ? widths : nullptr, widths != nullptr ? widths + columns : nullptr);
-    width.resize(static_cast<size_t>(columns), 0);
+    std::vector<int> width = widths != nullptr ? std::vector<int>(widths, widths + columns)
+                                               : std::vector<int>(static_cast<size_t>(columns), 0);
     const DISPID item = range.GetIDOfName(L"Item");
     WriteRow(range, item, 1, headers.GetData(), width, widths == nullptr);
     for (int r = 0; r < rows; ++r) {

@@ -4,10 +4,14 @@
 //   AfxOleInitThread();
 //   COleDispatchDriver app;
 //   if (app.CreateDispatch(L"Excel.Application")) {
-//       static const BYTE parms[] = VTS_BOOL;
 //       app.SetProperty(app.GetIDOfName(L"Visible"), VT_BOOL, TRUE);
 //       LPDISPATCH books = nullptr;
-//       app.InvokeHelper(app.GetIDOfName(L"Workbooks"), DISPATCH_PROPERTYGET, VT_DISPATCH, &books, nullptr);
+//       app.GetProperty(app.GetIDOfName(L"Workbooks"), VT_DISPATCH, &books);
+//       COleDispatchDriver workbooks(books);       // released with the driver
+//       static const BYTE parms[] = VTS_VARIANT;  // Workbooks.Add(template left out)
+//       COleVariant missing(long(DISP_E_PARAMNOTFOUND), VT_ERROR);
+//       LPDISPATCH book = nullptr;
+//       workbooks.InvokeHelper(workbooks.GetIDOfName(L"Add"), DISPATCH_METHOD, VT_DISPATCH, &book, parms, &missing);
 //   }
 //   AfxOleTermThread();
 //
