@@ -3,6 +3,7 @@
 #include "TestText.h"
 #include "support/MsgBoxWatcher.h"
 #include "support/TempDir.h"
+#include "support/Throws.h"
 
 #include <gtest/gtest.h>
 
@@ -52,14 +53,7 @@ TEST_F(IniHelpersTest, WriteIniReplacesKeysInPlaceCreatesAMissingFileButNeverTak
 TEST_F(IniHelpersTest, WriteIniWithFewerValuesThanKeysThrowsAfterWritingTheKeysBefore)
 {
     const CString path = dir.Path() + L"short.ini";
-    bool thrown = false;
-    try {
-        QM::WriteIni(L"S", Array({L"A", L"B"}), Array({L"1"}), path);
-    } catch (CException* e) {
-        thrown = dynamic_cast<CInvalidArgException*>(e) != nullptr;
-        e->Delete();
-    }
-    EXPECT_TRUE(thrown);
+    EXPECT_TRUE(qmtest::ThrowsInvalidArg([&] { QM::WriteIni(L"S", Array({L"A", L"B"}), Array({L"1"}), path); }));
     EXPECT_EQ(Profile(L"S", L"A", path), CString(L"1"));
     EXPECT_EQ(Profile(L"S", L"B", path), CString(L"<absent>"));
 }

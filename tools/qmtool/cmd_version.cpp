@@ -1,10 +1,9 @@
 // cmd_version.cpp - qmtool version: the tool's and the library's versions.
 #include "qmtool.h"
+#include "QMBuildVersion.h"
 
 namespace qmtool {
 namespace {
-
-const wchar_t kToolVersion[] = L"1.42";
 
 // The FILEVERSION of the QMUtil.dll this process loaded, e.g. "1.42.0.0".
 CString LibraryFileVersion(CString& path)
@@ -37,7 +36,7 @@ int RunVersion(const Command& self, Args& args)
     CString path;
     const CString version = LibraryFileVersion(path);
     CString text;
-    text.Format(L"qmtool %s\nQMUtil.dll %s (%s)\n", kToolVersion, version.GetString(), path.GetString());
+    text.Format(L"qmtool %s\nQMUtil.dll %s (%s)\n", QM_VERSION_WTEXT, version.GetString(), path.GetString());
     Out(text);
     return kOk;
 }
