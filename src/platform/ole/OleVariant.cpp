@@ -15,6 +15,21 @@ void AfxCheckOleError(HRESULT hr)
     AfxThrowOleDispatchException(0, description.TrimRight(), hr);
 }
 
+COleVariant::COleVariant()
+{
+    VariantInit(this);
+}
+
+COleVariant::~COleVariant()
+{
+    VariantClear(this);
+}
+
+void COleVariant::Clear()
+{
+    VariantClear(this);
+}
+
 COleVariant::COleVariant(const VARIANT& src)
 {
     VariantInit(this);
@@ -87,6 +102,21 @@ void COleVariant::Attach(VARIANT& src)
     VariantClear(this);
     *static_cast<VARIANT*>(this) = src;
     V_VT(&src) = VT_EMPTY;
+}
+
+COleSafeArray::COleSafeArray()
+{
+    VariantInit(this);
+}
+
+COleSafeArray::~COleSafeArray()
+{
+    VariantClear(this);
+}
+
+void COleSafeArray::Clear()
+{
+    VariantClear(this);
 }
 
 void COleSafeArray::Attach(VARIANT& src)

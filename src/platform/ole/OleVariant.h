@@ -6,7 +6,8 @@
 //   rows.Attach(result);                               // takes the array out of `result`
 //   long fields = 0; rows.GetUBound(1, &fields);
 //
-// Conversions that fail throw COleDispatchException* with the system's code;
+// The members live in the library, so applications need not link oleaut32
+// themselves. Conversions that fail throw COleDispatchException* with the system's code;
 // a text that cannot be allocated throws CMemoryException*.
 #pragma once
 #include "platform/Exceptions.h"
@@ -17,21 +18,21 @@
 class QM_API COleVariant : public tagVARIANT
 {
 public:
-    COleVariant() { VariantInit(this); }
+    COleVariant();
     COleVariant(const VARIANT& src);
     COleVariant(const COleVariant& src);
     COleVariant(const wchar_t* text);                 // VT_BSTR; null gives VT_EMPTY
     COleVariant(long value, VARTYPE vt = VT_I4);      // VT_I4, VT_ERROR or VT_BOOL
     COleVariant(short value, VARTYPE vt = VT_I2);     // VT_I2 or VT_BOOL
     COleVariant(double value);
-    ~COleVariant() { VariantClear(this); }
+    ~COleVariant();
 
     COleVariant& operator=(const VARIANT& src);
     COleVariant& operator=(const COleVariant& src);
     operator LPVARIANT() { return this; }
     operator const VARIANT*() const { return this; }
 
-    void Clear() { VariantClear(this); }
+    void Clear();
     // Converts `src` (this object when null) to `vt` in place of this value.
     void ChangeType(VARTYPE vt, LPVARIANT src = nullptr);
     // Takes `src`'s value over; `src` is left VT_EMPTY.
@@ -41,15 +42,15 @@ public:
 class QM_API COleSafeArray : public tagVARIANT
 {
 public:
-    COleSafeArray() { VariantInit(this); }
-    ~COleSafeArray() { VariantClear(this); }
+    COleSafeArray();
+    ~COleSafeArray();
     COleSafeArray(const COleSafeArray&) = delete;
     COleSafeArray& operator=(const COleSafeArray&) = delete;
 
     // Takes `src`'s array over (`src` is left VT_EMPTY); throws
     // COleDispatchException* with DISP_E_TYPEMISMATCH when it holds none.
     void Attach(VARIANT& src);
-    void Clear() { VariantClear(this); }
+    void Clear();
     DWORD GetDim() const;
     // Bounds of dimension `dim`, counted from 1 as SafeArrayGetUBound does.
     void GetLBound(DWORD dim, long* bound) const;
