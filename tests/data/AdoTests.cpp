@@ -137,30 +137,4 @@ TEST(AdoWithoutServer, CreationFailuresAreShown)
     EXPECT_EQ(0, db->GetAllTableName(out));
 }
 
-// The files are copied first: the drivers must never get to write to them.
-TEST(AccessFiles, TablesAndRowsAreRead)
-{
-    const struct { const wchar_t* file; const wchar_t* tables; const wchar_t* sql; int rows; const wchar_t* firstRow; } rows[] = {
-        {L"ASampleDatabase.accdb", L"old|Asset Items", L"select * from [Asset Items]", 65,
-         L"30050|Computer Hardware|GEO Rocket|220ZX|Computer|Sales|344-667|1997/9/2|1995.5|12|A|44577|"},
-        {L"DateTestDatabase.mdb", L"old|DateTest", L"select IDCol, ShortTextCol from DateTest where IDCol = 1", 1, L"1|Hello"},
-    };
-    qmtest::TempDir dir;
-    for (const auto& row : rows) {
-        const CString copy = dir.Path() + row.file;
-        ASSERT_TRUE(CopyFileW(CString(L"Z:" QM_ACCESS_DATA L"/") + row.file, copy, FALSE)) << row.file;
-        CAdoForVc db;
-        ASSERT_NE(0, db.OpenAccess(copy));
-        CStringArray names, out;
-        names.Add(L"old");
-        EXPECT_EQ(1, db.GetAllTableName(names));
-        EXPECT_STREQ(row.tables, Joined(names));
-        EXPECT_EQ(row.rows, db.GetRecordFromDB(row.sql, out));
-        out.SetSize(db.m_arrFieldName.GetSize());
-        EXPECT_STREQ(row.firstRow, Joined(out));
-    }
-    CAdoForVc db;
-    EXPECT_EQ(0, db.OpenAccess(dir.Path() + L"missing.accdb"));
-}
-
 }  // namespace
