@@ -19,6 +19,8 @@
 #include "platform/Gdi.h"
 #include "platform/Geometry.h"
 #include "platform/Module.h"
+#include "platform/ole/OleDispatchDriver.h"
+#include "platform/ole/OleVariant.h"
 
 // Windows: CWnd, message tables, the control wrappers, device contexts
 #include "platform/win/ColorDialog.h"
@@ -62,6 +64,10 @@
 #include "fs/FileOps.h"
 #include "fs/Listing.h"
 #include "fs/PathParts.h"
+
+// Data exchange: database access, spreadsheet export
+#include "data/AdoForVc.h"
+#include "data/ExcelExport.h"
 
 // Dialog controls
 #include "controls/ItemHelpers.h"

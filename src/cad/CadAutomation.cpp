@@ -6,9 +6,7 @@
 
 #include "config/INISetting.h"
 #include "fs/PathParts.h"
-
-#include <ole2.h>
-#include <oleauto.h>
+#include "platform/ole/OleDispatchDriver.h"
 
 #include <algorithm>
 
@@ -24,85 +22,56 @@ struct AutomationJob
     wchar_t folder[261] = {};    // the host's folder, filled by the worker
 };
 
-// Calls `name` on `object` (a property get or a method) with `args` given in
-// reverse order, as IDispatch::Invoke wants them.
-bool Invoke(IDispatch* object, const wchar_t* name, WORD flags, VARIANT* args, UINT count, VARIANT& result)
-{
-    DISPID id = 0;
-    LPOLESTR names[] = {const_cast<LPOLESTR>(name)};
-    if (FAILED(object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id)))
-        return false;
-    DISPPARAMS params = {args, nullptr, count, 0};
-    VariantInit(&result);
-    return SUCCEEDED(object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &params, &result, nullptr, nullptr));
-}
-
 // Saving first makes the host finish whatever it was loading and proves it
 // answers; only then is its folder trusted.
-bool SaveActiveDrawing(IDispatch* app)
+bool SaveActiveDrawing(const COleDispatchDriver& app)
 {
-    VARIANT doc;
-    if (!Invoke(app, L"ActiveDocument", DISPATCH_PROPERTYGET, nullptr, 0, doc))
+    LPDISPATCH doc = nullptr;
+    app.GetProperty(app.GetIDOfName(L"ActiveDocument"), VT_DISPATCH, &doc);
+    if (doc == nullptr)
         return false;
-    bool saved = false;
-    if (doc.vt == VT_DISPATCH && doc.pdispVal != nullptr) {
-        wchar_t temp[MAX_PATH + 1] = {};
-        GetTempPathW(MAX_PATH, temp);
-        CString file;
-        file.Format(L"%sQmSaved.dwg", temp);
-        VARIANT arg;
-        arg.vt = VT_BSTR;
-        arg.bstrVal = SysAllocString(file);
-        VARIANT ignored;
-        saved = Invoke(doc.pdispVal, L"SaveAs", DISPATCH_METHOD, &arg, 1, ignored);
-        VariantClear(&ignored);
-        VariantClear(&arg);
-    }
-    VariantClear(&doc);
-    return saved;
+    const COleDispatchDriver drawing(doc);
+    wchar_t temp[MAX_PATH + 1] = {};
+    GetTempPathW(MAX_PATH, temp);
+    CString file;
+    file.Format(L"%sQmSaved.dwg", temp);
+    static const BYTE parms[] = VTS_BSTR;
+    drawing.InvokeHelper(drawing.GetIDOfName(L"SaveAs"), DISPATCH_METHOD, VT_EMPTY, nullptr, parms, file.GetString());
+    return true;
 }
 
-bool ReadHostFolder(IDispatch* app, AutomationJob& job)
+bool ReadHostFolder(const COleDispatchDriver& app, AutomationJob& job)
 {
-    VARIANT path;
-    if (!Invoke(app, L"Path", DISPATCH_PROPERTYGET, nullptr, 0, path))
-        return false;
+    COleVariant path;
+    app.GetProperty(app.GetIDOfName(L"Path"), VT_VARIANT, static_cast<VARIANT*>(&path));
     const bool fits = path.vt == VT_BSTR && path.bstrVal != nullptr && SysStringLen(path.bstrVal) > 0 &&
                       SysStringLen(path.bstrVal) < ARRAYSIZE(job.folder);
     if (fits)
         lstrcpynW(job.folder, path.bstrVal, ARRAYSIZE(job.folder));
-    VariantClear(&path);
     return fits;
 }
 
+// A failed call of the host's server fails the look-up.
 bool QueryHost(AutomationJob& job)
 {
-    CLSID clsid;
-    const HRESULT found = job.progId.Left(1) == L"{" ? CLSIDFromString(job.progId, &clsid)
-                                                       : CLSIDFromProgID(job.progId, &clsid);
-    if (FAILED(found))
+    COleDispatchDriver app;
+    if (!app.CreateDispatch(job.progId))
         return false;
-    IUnknown* unknown = nullptr;
-    if (FAILED(CoCreateInstance(clsid, nullptr, CLSCTX_SERVER, IID_IUnknown, reinterpret_cast<void**>(&unknown))))
+    try {
+        return SaveActiveDrawing(app) && ReadHostFolder(app, job);
+    } catch (CException* e) {
+        e->Delete();
         return false;
-    bool ok = false;
-    IDispatch* app = nullptr;
-    if (SUCCEEDED(OleRun(unknown)) &&
-        SUCCEEDED(unknown->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&app)))) {
-        ok = SaveActiveDrawing(app) && ReadHostFolder(app, job);
-        app->Release();
     }
-    unknown->Release();
-    return ok;
 }
 
 DWORD WINAPI AutomationWorker(void* param)
 {
     AutomationJob& job = *static_cast<AutomationJob*>(param);
-    if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)))
+    if (FAILED(AfxOleInitThread()))
         return kWorkerFailed;
     const bool ok = QueryHost(job);
-    CoUninitialize();
+    AfxOleTermThread();
     return ok ? 0 : kWorkerFailed;
 }
 

@@ -127,6 +127,60 @@ bool ParseInt(const CString& text, int& value)
     return true;
 }
 
+bool ReadAll(const wchar_t* path, std::vector<unsigned char>& bytes)
+{
+    HANDLE file = CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return false;
+    LARGE_INTEGER size{};
+    bool ok = GetFileSizeEx(file, &size) && size.QuadPart < (1LL << 30);
+    DWORD got = 0;
+    if (ok) {
+        bytes.resize(static_cast<size_t>(size.QuadPart));
+        ok = bytes.empty() || (ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &got, nullptr) &&
+                               got == bytes.size());
+    }
+    CloseHandle(file);
+    return ok;
+}
+
+namespace {
+
+HHOOK& EchoHook()
+{
+    static HHOOK hook = nullptr;
+    return hook;
+}
+
+// A box of this thread is about to show: print its text, press its default button.
+LRESULT CALLBACK EchoBox(int code, WPARAM wParam, LPARAM lParam)
+{
+    const HWND window = reinterpret_cast<HWND>(wParam);
+    wchar_t className[16] = {};
+    if (code == HCBT_ACTIVATE && GetClassNameW(window, className, 16) && CString(className) == L"#32770") {
+        wchar_t text[2048] = {};
+        GetDlgItemTextW(window, 0xFFFF, text, 2048);
+        Err(CString(text) + L"\n");
+        const LRESULT id = SendMessageW(window, DM_GETDEFID, 0, 0);
+        PostMessageW(window, WM_COMMAND, HIWORD(id) == DC_HASDEFID ? LOWORD(id) : IDOK, 0);
+    }
+    return CallNextHookEx(EchoHook(), code, wParam, lParam);
+}
+
+}  // namespace
+
+EchoMessageBoxes::EchoMessageBoxes()
+{
+    EchoHook() = SetWindowsHookExW(WH_CBT, EchoBox, nullptr, GetCurrentThreadId());
+}
+
+EchoMessageBoxes::~EchoMessageBoxes()
+{
+    if (EchoHook() != nullptr)
+        UnhookWindowsHookEx(EchoHook());
+    EchoHook() = nullptr;
+}
+
 }  // namespace qmtool
 
 int wmain(int argc, wchar_t** argv)

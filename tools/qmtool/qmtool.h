@@ -64,5 +64,19 @@ void Err(const CString& text);
 int Usage(const Command& command, const wchar_t* why);
 // Parses a decimal integer; false on anything else.
 bool ParseInt(const CString& text, int& value);
+// The whole content of a file (at most 1 GB); false when it cannot be read.
+bool ReadAll(const wchar_t* path, std::vector<unsigned char>& bytes);
+
+// While it lives, the message boxes the library shows on this thread are
+// answered with their default button at once and their text goes to
+// standard error: a command never waits for a user who is not there.
+class EchoMessageBoxes
+{
+public:
+    EchoMessageBoxes();
+    ~EchoMessageBoxes();
+    EchoMessageBoxes(const EchoMessageBoxes&) = delete;
+    EchoMessageBoxes& operator=(const EchoMessageBoxes&) = delete;
+};
 
 }  // namespace qmtool

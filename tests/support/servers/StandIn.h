@@ -1,0 +1,76 @@
+// StandIn.h - the plumbing the stand-in automation servers share: an
+// IDispatch whose members come from a name table, the arguments of a call in
+// the caller's order, and exceptions raised the way real servers raise them.
+//
+//   class Range : public standin::Object {
+//       Range() : Object(L"Range", {L"Item", L"NumberFormat"}) {}
+//       HRESULT Call(int member, WORD flags, standin::Args& a, VARIANT* result) override;
+//   };
+#pragma once
+#include <windows.h>
+#include <oleauto.h>
+
+#include <string>
+#include <vector>
+
+namespace standin {
+
+// The arguments of one call, first argument first; a property put's value last.
+struct Args
+{
+    std::vector<VARIANT*> v;
+    EXCEPINFO* exception = nullptr;
+
+    size_t Count() const { return v.size(); }
+    // False for an argument left out (absent, or the DISP_E_PARAMNOTFOUND error).
+    bool Given(size_t i) const;
+    std::wstring Text(size_t i) const;   // empty when it has none
+    long Long(size_t i, long missing) const;
+};
+
+// `description` as the server's exception text; Invoke's DISP_E_EXCEPTION.
+HRESULT Raise(Args& a, HRESULT scode, const std::wstring& description);
+// A value as text, as VariantChangeType gives it; "<missing>" for an omitted argument.
+std::wstring Show(const VARIANT& value);
+HRESULT Return(VARIANT* result, IDispatch* object);   // takes the reference over
+HRESULT Return(VARIANT* result, long value, VARTYPE vt = VT_I4);
+HRESULT Return(VARIANT* result, const std::wstring& text);
+
+class Object : public IDispatch
+{
+public:
+    Object(const wchar_t* className, std::vector<const wchar_t*> members)
+        : m_class(className), m_members(std::move(members)) {}
+    virtual ~Object() = default;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
+    ULONG STDMETHODCALLTYPE AddRef() override { return InterlockedIncrement(&m_refs); }
+    ULONG STDMETHODCALLTYPE Release() override;
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return DISP_E_BADINDEX; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override;
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params, VARIANT* result,
+                                     EXCEPINFO* exception, UINT*) override;
+
+    // Member `member` (its index in the table) with the call's arguments.
+    virtual HRESULT Call(int member, WORD flags, Args& a, VARIANT* result) = 0;
+    // The object behind an IDispatch this server made, or null.
+    static Object* From(IDispatch* dispatch);
+
+    const std::wstring m_class;
+
+protected:
+    // A record of the call: "get Workbook.Worksheets", "put Range.Item(2, 1) = \"007\"".
+    std::wstring CallText(int member, WORD flags, const Args& a) const;
+
+private:
+    LONG m_refs = 1;
+    const std::vector<const wchar_t*> m_members;
+};
+
+// The objects the class factories make.
+IDispatch* MakeConnection();
+IDispatch* MakeRecordset();
+IDispatch* MakeExcel();
+
+}  // namespace standin
