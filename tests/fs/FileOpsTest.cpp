@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/MsgBoxWatcher.h"
+#include "support/ScratchDrive.h"
 #include "support/TempDir.h"
 
 #include <initializer_list>
@@ -15,12 +16,6 @@ bool Exists(const CString& path)
 {
     return GetFileAttributesW(path) != INVALID_FILE_ATTRIBUTES;
 }
-
-// Wine 8 applies the files-only option to the contents of a copied folder
-// as well (Windows applies it to a wildcard in the source alone), so there a
-// folder copied by the shell arrives without its own sub-folders. The levels
-// that this gap hides are checked on Windows only.
-const bool kUnderWine = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 
 // src\Sym\ a.dwg b.dwg c.txt ro.dwg (read-only) sub\d.dwg sub\deeper\e.dwg
 class CopyTest : public ::testing::Test
@@ -91,10 +86,7 @@ TEST_F(CopyTest, RecursiveListCopiesSubFoldersWholeAndOnlyListedFiles)
 {
     EXPECT_TRUE(Copy(false, true, {L"a.dwg"}));
     EXPECT_EQ(Read(L"a.dwg"), "A");
-    EXPECT_EQ(Read(L"sub\\d.dwg"), "D");
-    if (!kUnderWine) {
-        EXPECT_EQ(Read(L"sub\\deeper\\e.dwg"), "E");
-    }
+    EXPECT_EQ(Read(L"sub\\deeper\\e.dwg"), "E");
     EXPECT_FALSE(Exists(copied + L"b.dwg"));
     EXPECT_FALSE(Exists(copied + L"c.txt"));
 }
@@ -106,9 +98,7 @@ TEST_F(CopyTest, TreeCopyKeepsNestingAndReadOnlyFilesButNeedsItsSource)
     copied = dir.Path() + L"new\\deep\\Sym\\";
     EXPECT_EQ(Read(L"b.dwg"), "B");
     EXPECT_EQ(Read(L"ro.dwg"), "R");
-    if (!kUnderWine) {
-        EXPECT_EQ(Read(L"sub\\deeper\\e.dwg"), "E");
-    }
+    EXPECT_EQ(Read(L"sub\\deeper\\e.dwg"), "E");
     EXPECT_TRUE(GetFileAttributesW(copied + L"ro.dwg") & FILE_ATTRIBUTE_READONLY);
 }
 
@@ -199,10 +189,38 @@ TEST_F(DeleteTest, DelTreeTakesFilesAndMissingPathsButRefusesABareDrive)
     EXPECT_TRUE(QM::DelTree(file));
     EXPECT_TRUE(QM::DeleteTree(dir.Path() + L"none\\", false));
     EXPECT_TRUE(QM::DelTree(nullptr));
-    // An unmapped letter: were the guard missing, the answer would be true
-    // (absent path) instead of the refusal.
-    EXPECT_FALSE(QM::DelTree(L"Q:"));
-    EXPECT_FALSE(QM::DeleteTree(L"Q:\\\\", false));
+}
+
+// Every spelling of a whole drive or share, aimed at a scratch drive: both
+// deletes and qmtool rm refuse it, and the drive keeps its files; below the
+// root the deletes still work.
+TEST(DeleteRoot, EverySpellingOfADriveOrShareIsRefused)
+{
+    qmtest::ScratchDrive drive;
+    ASSERT_TRUE(drive.Mapped());
+    const CString keep = drive.Folder().WriteFile(L"sub\\keep.txt", "k");
+    ASSERT_EQ(TempDir::ReadFile(drive.Root() + L"sub\\keep.txt"), "k");
+    const wchar_t* const spellings[] = {
+        L"Q:", L"Q:\\", L"Q:/", L"Q:\\.", L"Q:.", L"Q:\\\\", L"Q:\\sub\\..", L"Q:/sub/../.",
+        L"\\\\?\\Q:\\", L"\\\\?\\Q:\\.", L"\\\\.\\Q:\\", L"\\\\?\\Q:\\*.*", L"Q:\\*", L"Q:\\*.*", L"Q:*", L"Q:/sub/../*",
+        L"\\\\server\\share", L"\\\\server\\share\\", L"//server/share/x/..", L"\\\\?\\UNC\\server\\share\\*"};
+    for (const wchar_t* spelling : spellings) {
+        CString path(spelling);
+        path.Replace(L"Q:", CString(drive.Letter()) + L":");
+        SCOPED_TRACE(path.GetString());
+        EXPECT_FALSE(QM::DeleteTree(path, false));
+        EXPECT_FALSE(QM::DeleteFiles(path, false));
+        for (const wchar_t* tree : {L"", L" --tree"}) {
+            CString output;
+            EXPECT_EQ(1, qmtest::RunQmtool(L"rm " + path + tree, output));
+            EXPECT_GE(output.Find(L"names a whole drive or share"), 0) << output.GetString();
+        }
+        ASSERT_EQ(TempDir::ReadFile(keep), "k");
+    }
+    EXPECT_TRUE(QM::DeleteFiles(drive.Root() + L"sub\\*", false));
+    EXPECT_FALSE(Exists(keep));
+    EXPECT_TRUE(QM::DeleteTree(drive.Root() + L"sub", false));
+    EXPECT_FALSE(Exists(drive.Folder().Path() + L"sub"));
 }
 
 }  // namespace

@@ -62,6 +62,10 @@ int RunRm(const Command& self, Args& args)
     if (int bad = args.Reject(self, 1, 1, L"needs exactly one PATH"))
         return bad;
     const CString& path = args.Positional()[0];
+    if (QM::IsDriveOrShareRoot(path)) {
+        Err(L"qmtool rm: refused: " + path + L" names a whole drive or share\n");
+        return kFailed;
+    }
     const bool ok = tree ? QM::DelTree(path) : QM::DeleteFiles(path, false);
     Out(ok ? L"deleted\n" : L"delete failed\n");
     return ok ? kOk : kFailed;
