@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/MsgBoxWatcher.h"
+#include "support/Qmtool.h"
 #include "support/ScratchDrive.h"
 #include "support/TempDir.h"
 
@@ -53,6 +54,14 @@ TEST_F(CopyTest, EmptySourceOrTargetCopiesNothing)
 {
     EXPECT_TRUE(QM::CopyFiles(QM::CopyFilesStruct{L"", nullptr, target, nullptr, true, true}));
     EXPECT_TRUE(QM::CopyFiles(QM::CopyFilesStruct{source, nullptr, L"", nullptr, true, true}));
+    EXPECT_FALSE(Exists(target));
+}
+
+TEST_F(CopyTest, QmtoolSaysWhenTheSourceIsMissing)
+{
+    CString output;
+    EXPECT_EQ(1, qmtest::RunQmtool(L"copy " + dir.Path() + L"none " + target, output));
+    EXPECT_GE(output.Find(L"none does not exist"), 0) << output.GetString();
     EXPECT_FALSE(Exists(target));
 }
 

@@ -28,9 +28,4 @@ private:
     wchar_t m_letter = 0;
 };
 
-// Runs qmtool.exe (beside this executable) with `arguments`; returns its
-// exit code, or -1 when it could not start, with standard output and
-// standard error in `output`.
-int RunQmtool(const CString& arguments, CString& output);
-
 }  // namespace qmtest

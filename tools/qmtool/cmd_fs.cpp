@@ -50,6 +50,10 @@ int RunCopy(const Command& self, Args& args)
     const bool recursive = args.Flag(L"recursive");
     if (int bad = args.Reject(self, 2, 2, L"needs FROM and TO"))
         return bad;
+    if (!QM::IsExist(args.Positional()[0])) {
+        Err(L"qmtool copy: " + args.Positional()[0] + L" does not exist\n");
+        return kFailed;
+    }
     const bool ok = QM::CopyFiles(
         QM::CopyFilesStruct{args.Positional()[0], nullptr, args.Positional()[1], nullptr, overwrite, recursive});
     Out(ok ? L"copied\n" : L"copy failed\n");
