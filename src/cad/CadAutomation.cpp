@@ -9,6 +9,7 @@
 #include "platform/ole/OleDispatchDriver.h"
 
 #include <algorithm>
+#include <memory>
 
 namespace QM {
 namespace {
@@ -22,22 +23,29 @@ struct AutomationJob
     wchar_t folder[261] = {};    // the host's folder, filled by the worker
 };
 
-// Saving first makes the host finish whatever it was loading and proves it
-// answers; only then is its folder trusted.
-bool SaveActiveDrawing(const COleDispatchDriver& app)
+void SaveDrawing(const COleDispatchDriver& drawing)
 {
-    LPDISPATCH doc = nullptr;
-    app.GetProperty(app.GetIDOfName(L"ActiveDocument"), VT_DISPATCH, &doc);
-    if (doc == nullptr)
-        return false;
-    const COleDispatchDriver drawing(doc);
     wchar_t temp[MAX_PATH + 1] = {};
     GetTempPathW(MAX_PATH, temp);
     CString file;
     file.Format(L"%sQmSaved.dwg", temp);
     static const BYTE parms[] = VTS_BSTR;
     drawing.InvokeHelper(drawing.GetIDOfName(L"SaveAs"), DISPATCH_METHOD, VT_EMPTY, nullptr, parms, file.GetString());
-    return true;
+}
+
+// Saving makes the host finish whatever it was loading before its folder is
+// asked. A drawing that cannot be saved (read-only, a full disk, a host
+// without SaveAs) says nothing about the folder, so the result is not used.
+void SaveActiveDrawing(const COleDispatchDriver& app)
+{
+    try {
+        LPDISPATCH doc = nullptr;
+        app.GetProperty(app.GetIDOfName(L"ActiveDocument"), VT_DISPATCH, &doc);
+        if (doc != nullptr)
+            SaveDrawing(COleDispatchDriver(doc));
+    } catch (CException* e) {
+        e->Delete();
+    }
 }
 
 bool ReadHostFolder(const COleDispatchDriver& app, AutomationJob& job)
@@ -58,36 +66,42 @@ bool QueryHost(AutomationJob& job)
     if (!app.CreateDispatch(job.progId))
         return false;
     try {
-        return SaveActiveDrawing(app) && ReadHostFolder(app, job);
+        SaveActiveDrawing(app);
+        return ReadHostFolder(app, job);
     } catch (CException* e) {
         e->Delete();
         return false;
     }
 }
 
+// The worker holds its own reference to the job, so the folder it writes
+// stays valid even when the caller stops waiting first.
 DWORD WINAPI AutomationWorker(void* param)
 {
-    AutomationJob& job = *static_cast<AutomationJob*>(param);
+    std::unique_ptr<std::shared_ptr<AutomationJob>> job(static_cast<std::shared_ptr<AutomationJob>*>(param));
     if (FAILED(AfxOleInitThread()))
         return kWorkerFailed;
-    const bool ok = QueryHost(job);
+    const bool ok = QueryHost(**job);
     AfxOleTermThread();
     return ok ? 0 : kWorkerFailed;
 }
 
 // Waits for the worker while dispatching this thread's messages, so the
 // caller's windows keep painting. A WM_QUIT seen meanwhile is posted again
-// for the caller's own loop.
+// for the caller's own loop. True once the worker has ended; false when the
+// wait itself failed (the worker may still be running).
 //
 // MWMO_INPUTAVAILABLE: the caller is usually a command handler whose loop
 // has already looked at the queue, and a plain wait wakes only for input
 // that arrived after that look; what was queued beside the command would
 // sit undispatched until something new came in.
-void WaitPumping(HANDLE thread)
+bool WaitPumping(HANDLE thread)
 {
     bool quit = false;
     WPARAM quitCode = 0;
-    while (MsgWaitForMultipleObjectsEx(1, &thread, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE) == WAIT_OBJECT_0 + 1) {
+    DWORD woken;
+    while ((woken = MsgWaitForMultipleObjectsEx(1, &thread, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE)) ==
+           WAIT_OBJECT_0 + 1) {
         MSG msg;
         while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
             if (msg.message == WM_QUIT) {
@@ -101,23 +115,27 @@ void WaitPumping(HANDLE thread)
     }
     if (quit)
         PostQuitMessage(static_cast<int>(quitCode));
+    return woken == WAIT_OBJECT_0;
 }
 
 // Runs the lookup; true with the worker's folder in `folder`.
 bool FolderFromAutomation(const CString& version, CString& folder)
 {
-    AutomationJob job;
-    job.progId = version.Left(1) == L"{" ? version : L"AutoCAD.Application." + version;
-    HANDLE thread = CreateThread(nullptr, 0, AutomationWorker, &job, 0, nullptr);
-    if (thread == nullptr)
+    auto job = std::make_shared<AutomationJob>();
+    job->progId = version.Left(1) == L"{" ? version : L"AutoCAD.Application." + version;
+    auto* workerReference = new std::shared_ptr<AutomationJob>(job);
+    HANDLE thread = CreateThread(nullptr, 0, AutomationWorker, workerReference, 0, nullptr);
+    if (thread == nullptr) {
+        delete workerReference;
         return false;
-    WaitPumping(thread);
+    }
+    const bool ended = WaitPumping(thread);
     DWORD code = kWorkerFailed;
-    const bool read = GetExitCodeThread(thread, &code) != FALSE;
+    const bool read = ended && GetExitCodeThread(thread, &code) != FALSE;
     CloseHandle(thread);
     if (!read || code == kWorkerFailed)
         return false;
-    folder = job.folder;
+    folder = job->folder;
     return true;
 }
 
@@ -138,12 +156,10 @@ bool GetCADPath_I(CString& dir, CString& exePath)
         const CString version = GetStartupAcadVer();
         if (version.IsEmpty() || !FolderFromAutomation(version, folder))
             return false;
-        INISetting& settings = CInitSetting();
-        settings.SetSetting(L"CADPathNameCOM", folder, L"CADCmdLine");
-        // On a first store the key is new to a cached section, and the cache
-        // then forgets the section's other keys (the release among them)
-        // until the file is read again; read it again.
-        settings.SetFilePath(settings.GetFilePath());
+        // On a first store the key is new to the cached section, and the
+        // cache then forgets the section's other keys until the file is
+        // bound again: the settings engine's rule, kept here as everywhere.
+        CInitSetting().SetSetting(L"CADPathNameCOM", folder, L"CADCmdLine");
         exe.Format(L"%s\\%s", folder.GetString(), exeName.GetString());
     }
     exePath = exe;

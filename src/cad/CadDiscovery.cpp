@@ -184,18 +184,18 @@ bool GetCADCurConfigName(CString& profileKey, CString& profileName)
     CString releaseKey;
     if (!GetCADRegPos(releaseKey))
         return false;
-    // Starts from an empty text so that what the caller left in the name
-    // does not become part of the product key.
-    profileName.Empty();
-    if (!GetRegPos(HKEY_CURRENT_USER, L"CurVer", profileName, releaseKey) &&
-        !GetRegPos(HKEY_LOCAL_MACHINE, L"CurVer", profileName, releaseKey))
+    // The caller's text goes into the look-up as the position's tail; both
+    // outputs are written only once the profile is found.
+    CString product(profileName);
+    if (!GetRegPos(HKEY_CURRENT_USER, L"CurVer", product, releaseKey) &&
+        !GetRegPos(HKEY_LOCAL_MACHINE, L"CurVer", product, releaseKey))
         return false;
     // The product key ends with a backslash, so the kept part is normally
     // empty and the profiles key carries a doubled backslash, which the
     // registry reads as one.
-    profileName.Trim();
-    profileName = profileName.Mid(profileName.ReverseFind(L'\\') + 1);
-    const CString profiles = releaseKey + L"\\" + profileName + L"\\Profiles";
+    product.Trim();
+    product = product.Mid(product.ReverseFind(L'\\') + 1);
+    const CString profiles = releaseKey + L"\\" + product + L"\\Profiles";
     CString key(L"General Configuration");
     if (!GetRegPos(HKEY_CURRENT_USER, L"", key, profiles))
         return false;

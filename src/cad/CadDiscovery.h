@@ -45,7 +45,9 @@ QM_API bool GetAcadMapPath(CString& dir);
 // The active profile of the configured release under HKEY_CURRENT_USER:
 // `profileKey` ends with "\<profile>\" (it holds a doubled backslash after
 // the release key, which the registry reads as one), `profileName` is the
-// profile's name. On failure `profileName` may hold an intermediate text.
+// profile's name. What the caller left in `profileName` is the tail of the
+// product look-up, as for GetRegPos's `out`. Both outputs are written only
+// on success.
 QM_API bool GetCADCurConfigName(CString& profileKey, CString& profileName);
 
 // The host's folder and executable: [CADCmdLine] CADPathNameCOM when the

@@ -20,9 +20,11 @@ void AddProfileSupportPath(CStringArray& folders)
     SeparateString(path, L';', folders, false);
 }
 
+// An empty `parent` (every folder look-up failed) lists the current folder,
+// the working text as it stands, never the drive root.
 void AddSubFolders(CString parent, CStringArray& folders)
 {
-    if (parent.Right(1) != L"\\")
+    if (!parent.IsEmpty() && parent.Right(1) != L"\\")
         parent += L'\\';
     WIN32_FIND_DATAW found;
     HANDLE find = FindFirstFileW(parent + L"*.*", &found);

@@ -99,8 +99,9 @@ bool WriteIni(const wchar_t* section, const CStringArray& keys, const CStringArr
 bool ReadIni(const wchar_t* section, CStringArray& keys, CStringArray& values, const wchar_t* path)
 {
     values.RemoveAll();
-    // Without a section the platform would answer with the section names.
-    const bool readable = section != nullptr && !IsNULL(path);
+    // A null section goes to the platform as it is, which then answers with
+    // the file's section names.
+    const bool readable = !IsNULL(path);
     wchar_t* buffer = ProfileBuffer();
     if (keys.IsEmpty() && readable) {
         GetPrivateProfileStringW(section, nullptr, L"", buffer, kProfileChars, path);

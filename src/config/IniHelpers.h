@@ -37,7 +37,8 @@ QM_API bool WriteIni(const wchar_t* section, const CStringArray& keys, const CSt
 // `section`, in file order; then the value of each key is appended to
 // `values` (an empty text for a key that is missing). Each value is at most
 // 40959 characters. Always returns true; a missing file or section gives
-// empty texts, as does a null section or a null or empty path.
+// empty texts, as does a null or empty path. A null section is passed to the
+// platform as it is, which answers with the file's section names.
 QM_API bool ReadIni(const wchar_t* section, CStringArray& keys, CStringArray& values, const wchar_t* path);
 
 // Clears `map` and fills it with every key of `section` and its value. With

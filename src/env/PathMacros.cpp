@@ -32,9 +32,12 @@ void RemoveStars(CString& text)
 
 CString Expand(const CString& text)
 {
-    wchar_t buffer[1024];
-    const DWORD needed = ExpandEnvironmentStringsW(text, buffer, ARRAYSIZE(buffer));
-    CString result = needed == 0 || needed > ARRAYSIZE(buffer) ? text : CString(buffer);
+    // An expansion too long for the buffer leaves in it what the platform
+    // wrote; that, cut at the buffer's end, is the result.
+    wchar_t buffer[1024] = {};
+    ExpandEnvironmentStringsW(text, buffer, ARRAYSIZE(buffer));
+    buffer[ARRAYSIZE(buffer) - 1] = L'\0';
+    CString result(buffer);
     RemoveStars(result);
     return result;
 }

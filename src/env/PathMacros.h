@@ -35,7 +35,8 @@ QM_API CString FixSystemDir(const wchar_t* text);
 // Expands every element of `items` in place. `names`/`values` are extra
 // macros for this one call (pairs beyond the shorter array are ignored);
 // they override the built-in six. An element whose expansion exceeds 1023
-// characters keeps its text unexpanded (stars still removed).
+// characters receives what the platform left in the 1024-character buffer
+// (stars still removed).
 QM_API void FixSystemDir(CStringArray& items, const CStringArray& names, const CStringArray& values);
 
 }  // namespace QM

@@ -5,6 +5,7 @@
 
 #include <shellapi.h>
 
+#include <algorithm>
 #include <cwchar>
 #include <vector>
 
@@ -14,6 +15,17 @@ namespace {
 // that allow overwriting add no-confirmation: 0x494.
 constexpr FILEOP_FLAGS kCopyOptions = FOF_SILENT | FOF_FILESONLY | FOF_NOERRORUI;
 static_assert(kCopyOptions == 0x484 && (kCopyOptions | FOF_NOCONFIRMATION) == 0x494, "shell copy options");
+
+// Windows applies files-only to a wildcard source alone, Wine to a plain
+// folder too (which then arrives without its sub-folders): the bit is given
+// only where it means something, so both copy the same.
+FILEOP_FLAGS CopyOptions(const CString& from, bool overwrite)
+{
+    FILEOP_FLAGS options = overwrite ? kCopyOptions | FOF_NOCONFIRMATION : kCopyOptions;
+    if (from.FindOneOf(L"*?") < 0)
+        options &= static_cast<FILEOP_FLAGS>(~FOF_FILESONLY);
+    return options;
+}
 
 // The shell reads its path lists up to an empty entry: every text it is
 // handed ends in two NULs.
@@ -33,7 +45,7 @@ bool ShellCopy(const CString& from, const CString& to, bool overwrite)
     op.wFunc = FO_COPY;
     op.pFrom = source.data();
     op.pTo = target.data();
-    op.fFlags = static_cast<FILEOP_FLAGS>(overwrite ? kCopyOptions | FOF_NOCONFIRMATION : kCopyOptions);
+    op.fFlags = CopyOptions(from, overwrite);
     op.hNameMappings = nullptr;
     op.lpszProgressTitle = L"";
     return SHFileOperationW(&op) == 0;
@@ -89,6 +101,47 @@ bool CopySubFolders(const QM::CopyFilesStruct& copy, const CString& target)
     return ok;
 }
 
+// A last component made of wildcards and dots alone ("*", "*.*", "?*")
+// matches everything in its folder.
+bool MatchesAll(const CString& name)
+{
+    return name.FindOneOf(L"*?") >= 0 && name.SpanIncluding(L"*?.") == name;
+}
+
+// Where the last component of `path` starts (after "X:" or the last "\").
+int LastComponent(const CString& path)
+{
+    const int drive = path.GetLength() >= 2 && path[1] == L':' ? 2 : 0;
+    return std::max(path.ReverseFind(L'\\') + 1, drive);
+}
+
+// `path` without the "\\?\" or "\\.\" prefixes that skip the platform's
+// normalisation; "\\?\UNC\srv\share" is "\\srv\share", and a device name
+// with no drive ("\\?\Volume{...}") is treated like a server.
+CString WithoutDevicePrefix(CString path)
+{
+    path.Replace(L'/', L'\\');
+    if (path.Left(4) != L"\\\\?\\" && path.Left(4) != L"\\\\.\\")
+        return path;
+    path = path.Mid(4);
+    if (path.Left(4).CompareNoCase(L"UNC\\") == 0)
+        return L"\\\\" + path.Mid(4);
+    return path.GetLength() >= 2 && path[1] == L':' ? path : L"\\\\" + path;
+}
+
+// The platform's full form of `path`: ".", ".." and the current folder of
+// a drive resolved. Empty when the platform cannot say.
+CString FullPath(const CString& path)
+{
+    const DWORD size = GetFullPathNameW(path, 0, nullptr, nullptr);
+    if (size == 0)
+        return CString();
+    CString full;
+    const DWORD length = GetFullPathNameW(path, size, full.GetBuffer(static_cast<int>(size)), nullptr);
+    full.ReleaseBuffer(length < size ? static_cast<int>(length) : 0);
+    return full;
+}
+
 // The one buffer DeleteFiles hands to the shell.
 wchar_t* DeleteBuffer()
 {
@@ -127,9 +180,35 @@ bool CopyTree(CString from, CString to, bool overwrite)
     return CopyFiles(CopyFilesStruct{from, nullptr, to, nullptr, overwrite, true});
 }
 
-bool DeleteFiles(const wchar_t* path, bool allowUndo)
+bool IsDriveOrShareRoot(const wchar_t* path)
 {
     if (IsNULL(path))
+        return false;
+    CString text = WithoutDevicePrefix(path);
+    for (;;) {
+        text.TrimRight(L'\\');
+        const int last = LastComponent(text);
+        if (!MatchesAll(text.Mid(last)))
+            break;
+        text = text.Left(last);
+    }
+    // The platform ignores trailing dots and blanks in a name: "Q:\ ." is Q:\.
+    CString full = FullPath(text.IsEmpty() ? CString(L".") : text);
+    full.TrimRight(L"\\. ");
+    if (full.GetLength() < 2)
+        return true;
+    if (full.Left(2) != L"\\\\")
+        return full.GetLength() == 2 && full[1] == L':';
+    int separators = 0;
+    for (int i = 2; i < full.GetLength(); ++i)
+        if (full[i] == L'\\' && full[i - 1] != L'\\')
+            ++separators;
+    return separators < 2;   // \\server or \\server\share
+}
+
+bool DeleteFiles(const wchar_t* path, bool allowUndo)
+{
+    if (IsNULL(path) || IsDriveOrShareRoot(path))
         return false;
     const size_t length = std::wcslen(path);
     if (length + 2 > MAX_PATH)
@@ -147,12 +226,10 @@ bool DeleteFiles(const wchar_t* path, bool allowUndo)
 
 bool DeleteTree(const wchar_t* path, bool allowUndo)
 {
+    if (IsDriveOrShareRoot(path))
+        return false;
     CString bare(path);
     bare.TrimRight(L'\\');
-    // A drive letter alone would hand the whole drive to the shell's delete;
-    // no caller means that.
-    if (bare.GetLength() == 2 && bare[1] == L':')
-        return false;
     if (!IsExist(bare))
         return true;
     return DeleteFiles(bare, allowUndo);

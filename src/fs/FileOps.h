@@ -45,17 +45,25 @@ QM_API bool CopyFiles(CopyFilesStruct copy);
 // holds ends up as to\<last component of from>.
 QM_API bool CopyTree(CString from, CString to, bool overwrite);
 
+// True when `path` names a whole drive or network share, in any spelling:
+// "Q:", "Q:/", "Q:\.", "Q:\x\..", "\\?\Q:\", "\\server\share\", or such a root
+// followed by a wildcard that matches everything ("Q:\*", "Q:\*.*"). A path
+// the platform cannot resolve counts as a root, so the deletes refuse it.
+//   QM::IsDriveOrShareRoot(L"D:/tmp/..");   // true
+QM_API bool IsDriveOrShareRoot(const wchar_t* path);
+
 // Deletes `path` (a file, a folder with its contents, or a wildcard pattern)
 // without asking; with `allowUndo` into the recycle bin. True when the shell
-// answered 0 and aborted nothing. A null or empty path, or one of 259
+// answered 0 and aborted nothing. A drive or share root (IsDriveOrShareRoot)
+// is refused: false, nothing deleted. A null or empty path, or one of 259
 // characters or more (the work buffer holds MAX_PATH characters with both
 // terminating NULs), is refused: false, nothing deleted. Not reentrant: the
 // path goes through one process-wide buffer.
 QM_API bool DeleteFiles(const wchar_t* path, bool allowUndo);
 
 // Deletes a file or a folder tree: true when it is absent or was deleted.
-// Trailing backslashes are ignored. A bare drive ("C:", "C:\") answers false
-// and nothing is deleted.
+// Trailing backslashes are ignored. A drive or share root in any spelling
+// (IsDriveOrShareRoot) answers false and nothing is deleted.
 QM_API bool DeleteTree(const wchar_t* path, bool allowUndo);
 
 // DeleteTree(path, false).

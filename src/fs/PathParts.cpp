@@ -8,22 +8,24 @@
 
 namespace {
 
+// Every part can take a whole path of the platform's limit, MAX_PATH
+// characters, with its NUL.
 struct PathSplit
 {
     wchar_t drive[_MAX_DRIVE] = L"";
-    wchar_t dir[_MAX_DIR] = L"";
-    wchar_t name[_MAX_FNAME] = L"";
-    wchar_t ext[_MAX_EXT] = L"";
+    wchar_t dir[MAX_PATH + 1] = L"";
+    wchar_t name[MAX_PATH + 1] = L"";
+    wchar_t ext[MAX_PATH + 1] = L"";
 };
 
 // Splits `path` with the platform's splitter; false for null, empty or
 // over-long paths, which the part functions answer with an empty text.
 bool Split(const wchar_t* path, PathSplit& parts)
 {
-    if (QM::IsNULL(path) || std::wcslen(path) >= MAX_PATH)
+    if (QM::IsNULL(path) || std::wcslen(path) > MAX_PATH)
         return false;
-    return _wsplitpath_s(path, parts.drive, _MAX_DRIVE, parts.dir, _MAX_DIR, parts.name, _MAX_FNAME, parts.ext,
-                         _MAX_EXT) == 0;
+    return _wsplitpath_s(path, parts.drive, _MAX_DRIVE, parts.dir, MAX_PATH + 1, parts.name, MAX_PATH + 1, parts.ext,
+                         MAX_PATH + 1) == 0;
 }
 
 bool Found(const CString& pattern)
@@ -71,7 +73,7 @@ CString GetFilePath(const wchar_t* path)
 
 bool IsExist(const wchar_t* path)
 {
-    if (IsNULL(path) || std::wcslen(path) >= MAX_PATH)
+    if (IsNULL(path))
         return false;
     return Found(path) || Found(CString(path) + L"\\*");
 }
@@ -92,8 +94,6 @@ bool IsDirReadOnly(CString folder)
 
 bool MkMDir(CString folder)
 {
-    if (folder.GetLength() >= MAX_PATH)
-        return false;
     if (folder.Right(1) != L"\\")
         folder += L'\\';
 

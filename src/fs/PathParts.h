@@ -5,8 +5,9 @@
 //   QM::GetFileExt(L"a.tar.gz");         // "gz"
 //   if (!QM::IsExist(dir)) QM::MkMDir(dir);
 //
-// Paths longer than the platform limit (MAX_PATH - 1 characters) are refused:
-// the part functions give an empty text, the tests answer false.
+// The part functions take paths of up to MAX_PATH (260) characters and give
+// an empty text for longer ones; IsExist and MkMDir have no limit of their
+// own beyond the platform's.
 #pragma once
 #include "platform/CString.h"
 

@@ -327,25 +327,10 @@ void DrawCaptions(CDC& dc, const slideExStruct& s, const CRect& box)
     }
 }
 
-}  // namespace
-
-CBitmap* SldBltEx(slideExStruct* in)
+// Background, frame, captions, then the slide, into `bitmap` through `memory`.
+void DrawPreview(CDC& memory, CBitmap& bitmap, const slideExStruct& s)
 {
-    if (in == nullptr || in->nWidth < 1 || in->nHeight < 1)
-        return nullptr;
-    const slideExStruct s = WithDefaults(*in);
-    // One screen context serves for both the memory context and the bitmap,
-    // and it is released on every path.
-    const HWND desktop = ::GetDesktopWindow();
-    const HDC screen = ::GetWindowDC(desktop);
-    std::unique_ptr<CBitmap> bitmap(new (std::nothrow) CBitmap);
-    CDC memory;
-    if (bitmap == nullptr || !memory.Attach(::CreateCompatibleDC(screen)) ||
-        !bitmap->CreateCompatibleBitmap(screen, s.nWidth, s.nHeight)) {
-        ::ReleaseDC(desktop, screen);
-        return nullptr;
-    }
-    const HGDIOBJ oldBitmap = memory.SelectObject(bitmap->m_hObject);
+    const HGDIOBJ oldBitmap = memory.SelectObject(bitmap.m_hObject);
     memory.FillRect(CRect(0, 0, s.nWidth, s.nHeight), s.pBkBrush);
     slideStruct inner{0, &memory, s.nLeftMargin, s.nTopMargin, s.nWidth, s.nHeight, s.lpszFileName, s.crSlideBack, s.nFlags};
     const bool framed = (s.nFlags & SLD_FRAME) != 0;
@@ -354,6 +339,26 @@ CBitmap* SldBltEx(slideExStruct* in)
     DrawCaptions(memory, s, framed ? CRect(1, 1, s.nWidth - 2, s.nHeight - 2) : CRect(0, 0, s.nWidth, s.nHeight));
     SldBlt(&inner);
     memory.SelectObject(oldBitmap);
+}
+
+}  // namespace
+
+CBitmap* SldBltEx(slideExStruct* in)
+{
+    if (in == nullptr)
+        return nullptr;
+    std::unique_ptr<CBitmap> bitmap(new (std::nothrow) CBitmap);
+    if (bitmap == nullptr)
+        return nullptr;
+    const slideExStruct s = WithDefaults(*in);
+    // One screen context serves for both the memory context and the bitmap,
+    // and it is released on every path. A bitmap the platform cannot make
+    // leaves the object without a handle; the caller still owns an object.
+    const HWND desktop = ::GetDesktopWindow();
+    const HDC screen = ::GetWindowDC(desktop);
+    CDC memory;
+    if (memory.Attach(::CreateCompatibleDC(screen)) && bitmap->CreateCompatibleBitmap(screen, s.nWidth, s.nHeight))
+        DrawPreview(memory, *bitmap, s);
     ::ReleaseDC(desktop, screen);
     return bitmap.release();
 }

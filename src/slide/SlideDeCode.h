@@ -92,8 +92,11 @@ QM_API int SldBlt(slideStruct* s);
 // A new screen-compatible bitmap of nWidth x nHeight holding the background,
 // the optional frame and captions and then the slide drawn by SldBlt (whose
 // result is not looked at: a missing file leaves only what was drawn before
-// it). The caller deletes the bitmap. Null for a null record or when the
-// bitmap cannot be made (a width or height below 1).
+// it). The caller deletes the bitmap. Any width and height give an object:
+// when the platform cannot make a bitmap of that size the object holds no
+// handle (m_hObject null) and nothing is drawn; a zero size gives the
+// platform's 1 x 1 bitmap. Null only for a null record or when memory runs
+// out.
 QM_API CBitmap* SldBltEx(slideExStruct* s);
 
 }  // namespace QM

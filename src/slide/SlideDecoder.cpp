@@ -67,6 +67,9 @@ SlideStats RecordReader::Run()
             break;
         m_pos += length;
     }
+    // Missing bytes count as the end of the file: a fill still pending is
+    // painted as it would be before an end record.
+    FlushFill();
     return m_stats;
 }
 

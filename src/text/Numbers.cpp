@@ -130,14 +130,18 @@ CString FloatToStr(double value, int digits)
 CString FixLenStr(const wchar_t* text, int width, bool right)
 {
     CString format, padded;
-    format.Format(right ? L"%%%ds" : L"%%-%ds", std::max(width, 0));
+    // A negative width makes "%-4s" of the right-aligned format: the text
+    // then goes left, as callers passing -n expect.
+    format.Format(right ? L"%%%ds" : L"%%-%ds", width);
     padded.Format(format, text != nullptr ? text : L"");
     return padded;
 }
 
 int AdjustString(const wchar_t* text, int pos, bool back)
 {
-    if (text == nullptr || pos < 0 || pos >= static_cast<int>(wcslen(text)))
+    // pos -1 asks CharPrevW about the text's start, which it answers with the
+    // start itself: 0 with `back`, else 2, as callers have always had it.
+    if (text == nullptr || pos < -1 || pos >= static_cast<int>(wcslen(text)))
         return pos;
     const wchar_t* start = CharPrevW(text, text + pos + 1);
     // Not every CharPrevW steps over surrogate pairs (Wine's does not); a

@@ -25,14 +25,16 @@ QM_API CString FloatToStr(double value, int digits);
 
 // `text` padded with blanks to `width` characters, on the left when `right`
 // (right-aligned), else on the right. A longer text is returned whole; a
-// null text counts as empty, a negative width as 0.
+// null text counts as empty. A negative width pads on the right either way:
+// FixLenStr(L"ab", -4, true) is "ab  ".
 QM_API CString FixLenStr(const wchar_t* text, int width, bool right);
 
 // A cut position in `text` that does not split a character: `pos` itself
 // when a character starts there; when `pos` falls on the second half of a
 // surrogate pair, the pair's start if `back`, else the position after the
-// pair. `pos` is returned unchanged when `text` is null or `pos` lies
-// outside 0..length-1.
+// pair. pos -1 gives 0 with `back`, else 2 (the platform's answer for the
+// text's start). `pos` is returned unchanged when `text` is null or `pos`
+// lies outside -1..length-1.
 QM_API int AdjustString(const wchar_t* text, int pos, bool back);
 
 // Deliberately truncates: the value is cut to a 32-bit integer toward zero

@@ -174,10 +174,18 @@ int SeparateString(const wchar_t* text, wchar_t delim, CStringArray& out, bool q
             out.Add(CString(s + i + 1, j - i - 1));
             i = j < n ? j + 1 : n;
         } else {
-            // An unescaped quote inside a field ends it and opens the next.
+            // An unescaped quote inside a field ends it and opens the next;
+            // after an escaped quote only that ends it, delimiters do not.
             int j = i;
-            while (j < n && s[j] != delim && !(quotes && j > i && s[j] == L'"' && s[j - 1] != L'\\'))
-                ++j;
+            bool escaped = false;
+            for (; j < n; ++j) {
+                const bool quote = quotes && s[j] == L'"';
+                if (quote && s[j - 1] != L'\\')
+                    break;
+                escaped = escaped || quote;
+                if (!escaped && s[j] == delim)
+                    break;
+            }
             out.Add(CString(s + i, j - i));
             i = j;
         }
@@ -226,8 +234,11 @@ CString Nth(CString list, int n, bool stripQuotes)
     if (n < 0)
         return CString();
 
+    // The text only ever shrinks; a step that leaves it as it was reads the
+    // same element at every later step, so the loop ends there.
     CString element;
     for (int i = 0; i <= n; ++i) {
+        const int before = list.GetLength();
         element = ReadElement(list);
         if (i == n)
             break;
@@ -236,6 +247,8 @@ CString Nth(CString list, int n, bool stripQuotes)
             list.Delete(0);
             list.TrimLeft();
         }
+        if (list.GetLength() == before)
+            break;
     }
     if (stripQuotes && StartsAndEndsWith(element, L'"'))
         element.Trim(L'"');
@@ -260,11 +273,9 @@ void* Get00Buffer(CStringArray& items, void* buffer, int size)
     if (buffer == nullptr) {
         list = new wchar_t[needed];
     } else {
-        const size_t bytes = size > 0 ? static_cast<size_t>(size) : 0;
-        std::memset(buffer, 0, bytes);
-        // A buffer too small for the list is left zeroed rather than overrun.
-        if (needed * sizeof(wchar_t) > bytes)
-            return nullptr;
+        // The caller guarantees the buffer holds the list; `size` only says
+        // how much of it to clear first.
+        std::memset(buffer, 0, size > 0 ? static_cast<size_t>(size) : 0);
         list = static_cast<wchar_t*>(buffer);
     }
     wchar_t* p = list;
@@ -306,11 +317,9 @@ CString getnumofStr(CString text, int n)
         // No comma gives Left(-1): nothing, and callers rely on that.
         field = text.Left(text.Find(L','));
     } else if (n >= 2) {
-        for (int k = 1; k < n; ++k) {
-            const int comma = text.Find(L',');
-            if (comma >= 0)
-                text = text.Mid(comma + 1);
-        }
+        // Past the last comma the text no longer changes: stop there.
+        for (int k = 1, comma; k < n && (comma = text.Find(L',')) >= 0; ++k)
+            text = text.Mid(comma + 1);
         const int comma = text.Find(L',');
         field = comma < 0 ? text : text.Left(comma);
     }

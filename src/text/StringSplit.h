@@ -16,7 +16,9 @@ namespace QM {
 // returns `out`'s size. Leading and trailing delimiters are dropped, runs of
 // delimiters count as one, blanks are kept. With `quotes`, a field that opens
 // with '"' runs to the next '"' not preceded by a backslash (the quotes are
-// dropped); an unescaped '"' inside a field ends it and starts the next.
+// dropped); an unescaped '"' inside a field ends it and starts the next, and
+// after an escaped '\"' delimiters no longer end the field, only that quote:
+// a\"b,c"d,e gives a\"b,c and d,e.
 // A delimiter of '(' or ')' returns 0 at once: such text is left to
 // GetWordFromStr.
 QM_API int SeparateString(const wchar_t* text, wchar_t delim, CStringArray& out, bool quotes);
@@ -41,7 +43,8 @@ QM_API int Get00Strings(const void* buffer, CStringArray& out);
 
 // Writes `items` as a double-NUL list. With `buffer` null a new wchar_t[]
 // is allocated that the caller frees with delete[]; otherwise `buffer` is
-// zeroed over `size` bytes and must be large enough. Returns the buffer.
+// zeroed over `size` bytes and the list is copied into it unchecked: the
+// caller guarantees it is large enough. Returns the buffer.
 QM_API void* Get00Buffer(CStringArray& items, void* buffer, int size);
 
 }  // namespace QM

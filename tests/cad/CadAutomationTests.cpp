@@ -68,37 +68,49 @@ TEST_F(CadAutomation, ServerFolderIsUsedAndRemembered)
     EXPECT_EQ(3u, server.Calls().size());
 }
 
-// A first lookup on a machine that never stored a folder: the release and
-// the executable's name stay configured for the rest of the process.
-TEST_F(CadAutomation, FirstStoredFolderKeepsTheOtherSettings)
+// A first lookup on a machine that never stored a folder: the new key makes
+// the cache forget the section's other keys until the file is bound again,
+// while the file keeps them.
+TEST_F(CadAutomation, FirstStoredFolderIsCachedAsAnyNewKey)
 {
     SettingOverride none(L"CADPathNameCOM", nullptr, L"CADCmdLine");
     FakeCadServer server(kProgId, m_host);
     CString dir, exe;
     ASSERT_TRUE(QM::GetCADPath_I(dir, exe));
     EXPECT_EQ(m_host.folder, Stored());
-    EXPECT_EQ(CString(L"16.1"), QM::GetStartupAcadVer());
-    EXPECT_EQ(CString(L"%ACADDIR%acad.exe"), QM::CInitSetting().GetSetting(L"ACADExePath", L"<none>", L"CADCmdLine"));
+    EXPECT_EQ(CString(), QM::GetStartupAcadVer());
+    wchar_t release[16] = {};
+    GetPrivateProfileStringW(L"CADCmdLine", L"ACADVer", L"", release, ARRAYSIZE(release),
+                             QM::CInitSetting().GetFilePath());
+    EXPECT_EQ(CString(L"16.1"), CString(release));
 }
 
-TEST_F(CadAutomation, ServerThatCannotSaveOrNoServerGivesNothing)
+// A drawing that cannot be saved, or a host whose drawing has no SaveAs,
+// still gives the folder; without a server there is nothing, and nothing
+// is written.
+TEST_F(CadAutomation, FailedSaveStillGivesTheFolderNoServerGivesNothing)
 {
-    m_host.saveError = HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED);
-    FakeCadServer server(kProgId, m_host);
-    ASSERT_TRUE(server.Registered());
-    CString dir(L"kept"), exe(L"kept");
-    EXPECT_FALSE(QM::GetCADPath_I(dir, exe));
-    std::vector<CString> untilSave = AllCalls();
-    untilSave.pop_back();   // a host that cannot save is not asked for its folder
-    EXPECT_EQ(untilSave, server.Calls());
-
+    const struct { HRESULT saveError; bool hasSaveAs; const wchar_t* saveCall; } rows[] = {
+        {HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED), true, nullptr}, {S_OK, false, L"unknown Document.SaveAs"}};
+    for (const auto& row : rows) {
+        SettingOverride stored(L"CADPathNameCOM", Cad().Folder(L"AutoCAD 2005 EN"), L"CADCmdLine");
+        m_host.saveError = row.saveError;
+        m_host.hasSaveAs = row.hasSaveAs;
+        FakeCadServer server(kProgId, m_host);
+        CString dir, exe;
+        EXPECT_TRUE(QM::GetCADPath_I(dir, exe));
+        EXPECT_EQ(m_host.folder + L"\\", dir);
+        std::vector<CString> calls = AllCalls();
+        if (row.saveCall != nullptr)
+            calls[1] = row.saveCall;
+        EXPECT_EQ(calls, server.Calls());
+    }
     SettingOverride release(L"ACADVer", L"99.1", L"CADCmdLine");   // no server registered
+    CString dir(L"kept"), exe(L"kept");
     EXPECT_FALSE(QM::GetCADPath_I(dir, exe));
     EXPECT_EQ(CString(L"kept"), dir);
     EXPECT_EQ(CString(L"kept"), exe);
-    EXPECT_EQ(Cad().Folder(L"AutoCAD 2005 EN"), Stored());
     EXPECT_EQ(Cad().Folder(L"AutoCAD 2005 EN"), StoredInFile());
-    EXPECT_EQ(2u, server.Calls().size());
 }
 
 TEST_F(CadAutomation, ReleaseInBracesIsTheServersClassId)

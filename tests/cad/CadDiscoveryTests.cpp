@@ -104,6 +104,14 @@ TEST(CadFolders, ActiveProfileKeyKeepsTheDoubledBackslash)
     EXPECT_EQ(CString(qmtest::kProfileKey), key);
     EXPECT_EQ(CString(qmtest::kProfileName), name);
 
+    // The caller's name is the product look-up's tail: "junk" leads to no
+    // profiles key, and neither output is written.
+    key = L"kept";
+    name = L"junk";
+    EXPECT_FALSE(QM::GetCADCurConfigName(key, name));
+    EXPECT_EQ(CString(L"kept"), key);
+    EXPECT_EQ(CString(L"junk"), name);
+
     SettingOverride noProfiles(L"ACADVer", L"15", L"CADCmdLine");
     key = L"kept";
     EXPECT_FALSE(QM::GetCADCurConfigName(key, name));

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "support/CadFixture.h"
+#include "support/ChildProcess.h"
 #include "support/MsgBoxWatcher.h"
 
 using qmtest::Cad;
@@ -97,6 +98,28 @@ TEST_F(CadVirus, UndeletableScriptsAreListedInOneMessage)
     EXPECT_EQ(L"CAD病毒文件未能删除：\n" + first + L"\n" + second + L"\n\n请手动删除！", seen.text);
     EXPECT_EQ(std::vector<int>{IDOK}, seen.buttons);
     EXPECT_TRUE(QM::IsExist(first));
+}
+
+// Nothing configured, so every folder look-up fails: the sub-folders listed
+// are those of the current folder (the empty working text as it stands),
+// not the drive root's; the failed look-ups themselves stay lone backslashes.
+TEST(CadVirusChild, NothingFoundListsTheCurrentFolder)
+{
+    QMTEST_CHILD_ONLY();
+    qmtest::TempDir here;
+    CreateDirectoryW(here.Path() + L"only", nullptr);
+    SetCurrentDirectoryW(here.Path());
+    CStringArray folders;
+    QM::GetCadVirusFolders(folders);
+    EXPECT_EQ((std::vector<CString>{L"\\", L"\\", L"\\", L"only\\"}),
+              std::vector<CString>(folders.GetData(), folders.GetData() + folders.GetSize()));
+    SetCurrentDirectoryW(L"C:\\");
+    qmtest::ChildReached();
+}
+
+TEST(CadVirusInFreshProcess, NothingFoundListsTheCurrentFolder)
+{
+    EXPECT_EQ(0, qmtest::RunInChild("CadVirusChild.NothingFoundListsTheCurrentFolder", "[Software]\r\n"));
 }
 
 }  // namespace

@@ -81,12 +81,21 @@ TEST_F(ReadIniTest, AMissingFileSectionOrPathGivesEmptyArraysAndTrue)
 {
     const CString missing = dir.Path() + L"none.ini";
     const struct { const wchar_t* section; const wchar_t* path; } rows[] = {
-        {L"图层", missing}, {L"Nowhere", path}, {nullptr, path}, {L"图层", nullptr}, {L"图层", L""}};
+        {L"图层", missing}, {L"Nowhere", path}, {L"图层", nullptr}, {L"图层", L""}};
     for (const auto& row : rows) {
         CStringArray keys, values = Array({L"junk"});
         EXPECT_TRUE(QM::ReadIni(row.section, keys, values, row.path)) << row.section << " " << row.path;
         EXPECT_EQ(keys.GetSize() + values.GetSize(), 0) << row.section << " " << row.path;
     }
+}
+
+// The platform answers a null section with the section names.
+TEST_F(ReadIniTest, ANullSectionReadsTheSectionNames)
+{
+    CStringArray keys, values;
+    EXPECT_TRUE(QM::ReadIni(nullptr, keys, values, path));
+    EXPECT_EQ(Items(keys), (Strings{L"图层", L"Case"}));
+    EXPECT_EQ(values.GetSize(), 2);
 }
 
 TEST_F(ReadIniTest, TheMapFormUpperCasesKeysOnlyWhenAsked)

@@ -32,8 +32,8 @@ TEST(PathMacros, FolderKindJoinsTheSubPath)
 }
 
 // Macros in any case, other environment variables too; stars are removed
-// after expansion; unknown references, and an expansion too long for the
-// library's buffer, leave the text as written.
+// after expansion; unknown references stay as written, and an expansion too
+// long for the library's 1024-character buffer is what the buffer holds.
 TEST(PathMacros, TextExpandsMacrosAndEnvironmentVariables)
 {
     qmtest::EnvOverride mine(L"QMTEST_USERVAR", L"E:\\Mine");
@@ -48,7 +48,7 @@ TEST(PathMacros, TextExpandsMacrosAndEnvironmentVariables)
         {L"%INSTALLDIR%Bin\\*;*x", Cad().Folder(L"Suite\\Bin;x")},
         {L"%NOSUCH%\\x", L"%NOSUCH%\\x"},
         {L"100%", L"100%"},
-        {tooLong, tooLong},
+        {tooLong, (Cad().Folder(L"Suite\\") + CString(L'a', 1020)).Left(1023)},
     };
     for (const auto& row : rows)
         EXPECT_EQ(row.expected, QM::FixSystemDir(row.text)) << row.text.Left(60).GetString();

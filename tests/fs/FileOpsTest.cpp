@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "support/MsgBoxWatcher.h"
+#include "support/Qmtool.h"
+#include "support/ScratchDrive.h"
 #include "support/TempDir.h"
 
 #include <initializer_list>
@@ -15,12 +17,6 @@ bool Exists(const CString& path)
 {
     return GetFileAttributesW(path) != INVALID_FILE_ATTRIBUTES;
 }
-
-// Wine 8 applies the files-only option to the contents of a copied folder
-// as well (Windows applies it to a wildcard in the source alone), so there a
-// folder copied by the shell arrives without its own sub-folders. The levels
-// that this gap hides are checked on Windows only.
-const bool kUnderWine = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 
 // src\Sym\ a.dwg b.dwg c.txt ro.dwg (read-only) sub\d.dwg sub\deeper\e.dwg
 class CopyTest : public ::testing::Test
@@ -61,6 +57,14 @@ TEST_F(CopyTest, EmptySourceOrTargetCopiesNothing)
     EXPECT_FALSE(Exists(target));
 }
 
+TEST_F(CopyTest, QmtoolSaysWhenTheSourceIsMissing)
+{
+    CString output;
+    EXPECT_EQ(1, qmtest::RunQmtool(L"copy " + dir.Path() + L"none " + target, output));
+    EXPECT_GE(output.Find(L"none does not exist"), 0) << output.GetString();
+    EXPECT_FALSE(Exists(target));
+}
+
 TEST_F(CopyTest, WholeFolderFlatCopiesItsFilesIntoLastComponent)
 {
     target += L"\\";
@@ -91,10 +95,7 @@ TEST_F(CopyTest, RecursiveListCopiesSubFoldersWholeAndOnlyListedFiles)
 {
     EXPECT_TRUE(Copy(false, true, {L"a.dwg"}));
     EXPECT_EQ(Read(L"a.dwg"), "A");
-    EXPECT_EQ(Read(L"sub\\d.dwg"), "D");
-    if (!kUnderWine) {
-        EXPECT_EQ(Read(L"sub\\deeper\\e.dwg"), "E");
-    }
+    EXPECT_EQ(Read(L"sub\\deeper\\e.dwg"), "E");
     EXPECT_FALSE(Exists(copied + L"b.dwg"));
     EXPECT_FALSE(Exists(copied + L"c.txt"));
 }
@@ -106,9 +107,7 @@ TEST_F(CopyTest, TreeCopyKeepsNestingAndReadOnlyFilesButNeedsItsSource)
     copied = dir.Path() + L"new\\deep\\Sym\\";
     EXPECT_EQ(Read(L"b.dwg"), "B");
     EXPECT_EQ(Read(L"ro.dwg"), "R");
-    if (!kUnderWine) {
-        EXPECT_EQ(Read(L"sub\\deeper\\e.dwg"), "E");
-    }
+    EXPECT_EQ(Read(L"sub\\deeper\\e.dwg"), "E");
     EXPECT_TRUE(GetFileAttributesW(copied + L"ro.dwg") & FILE_ATTRIBUTE_READONLY);
 }
 
@@ -142,16 +141,25 @@ protected:
     TempDir dir;
 };
 
-TEST_F(DeleteTest, SingleFileAndWildcard)
+// Each delete takes exactly what it names: a file, a wildcard's matches, a
+// tree holding read-only files (trailing separators ignored); an absent path
+// is true for the tree delete only.
+TEST_F(DeleteTest, EachDeleteTakesExactlyWhatItNames)
 {
-    const CString a = dir.WriteFile(L"a.tmp", "a");
-    dir.WriteFile(L"b.tmp", "b");
-    const CString keep = dir.WriteFile(L"c.dwg", "c");
-    EXPECT_TRUE(QM::DeleteFiles(a, false));
-    EXPECT_FALSE(Exists(a));
-    EXPECT_TRUE(QM::DeleteFiles(dir.Path() + L"*.tmp", false));
-    EXPECT_FALSE(Exists(dir.Path() + L"b.tmp"));
-    EXPECT_EQ(TempDir::ReadFile(keep), "c");
+    for (const char* file : {"a.tmp", "b.tmp", "c.dwg", "treeX.dwg", "tree\\a.dwg", "tree\\sub\\deeper\\b.dwg"})
+        dir.WriteFile(CString(file), file);
+    SetFileAttributesW(dir.WriteFile(L"tree\\sub\\ro.dwg", "r"), FILE_ATTRIBUTE_READONLY);
+    const struct { const wchar_t* path; bool tree, result; const wchar_t* gone; } rows[] = {
+        {L"a.tmp", false, true, L"a.tmp"}, {L"*.tmp", false, true, L"b.tmp"}, {L"a.tmp", false, false, nullptr},
+        {L"tree\\\\", true, true, L"tree"}, {L"c.dwg", true, true, L"c.dwg"}, {L"c.dwg", true, true, nullptr},
+        {L"none\\", true, true, nullptr}};
+    for (const auto& row : rows) {
+        const CString path = dir.Path() + row.path;
+        EXPECT_EQ(row.tree ? QM::DelTree(path) : QM::DeleteFiles(path, false), row.result) << row.path;
+        EXPECT_TRUE(row.gone == nullptr || !Exists(dir.Path() + row.gone)) << row.path;
+    }
+    EXPECT_EQ(TempDir::ReadFile(dir.Path() + L"treeX.dwg"), "treeX.dwg");
+    EXPECT_TRUE(QM::DelTree(nullptr));
 }
 
 // "\." steps lengthen a path without changing what it names.
@@ -166,7 +174,6 @@ CString Padded(const CString& folder, const wchar_t* name, int minLength)
 
 TEST_F(DeleteTest, MissingEmptyAndPastTheBufferPathsAreRefused)
 {
-    EXPECT_FALSE(QM::DeleteFiles(dir.Path() + L"none.tmp", false));
     EXPECT_FALSE(QM::DeleteFiles(nullptr, false));
     EXPECT_FALSE(QM::DeleteFiles(L"", false));
     EXPECT_FALSE(QM::DeleteFiles(CString(L'a', 5000), false));
@@ -180,29 +187,36 @@ TEST_F(DeleteTest, MissingEmptyAndPastTheBufferPathsAreRefused)
     EXPECT_FALSE(Exists(file));
 }
 
-TEST_F(DeleteTest, TreeWithReadOnlyFilesGoes)
+// Every spelling of a whole drive or share, aimed at a scratch drive: both
+// deletes and qmtool rm refuse it, and the drive keeps its files; below the
+// root the deletes still work.
+TEST(DeleteRoot, EverySpellingOfADriveOrShareIsRefused)
 {
-    dir.WriteFile(L"tree\\a.dwg", "a");
-    dir.WriteFile(L"tree\\sub\\deeper\\b.dwg", "b");
-    SetFileAttributesW(dir.WriteFile(L"tree\\sub\\ro.dwg", "r"), FILE_ATTRIBUTE_READONLY);
-    const CString sibling = dir.WriteFile(L"treeX.dwg", "s");
-    EXPECT_TRUE(QM::DeleteTree(dir.Path() + L"tree\\\\", false));
-    EXPECT_FALSE(Exists(dir.Path() + L"tree"));
-    EXPECT_EQ(TempDir::ReadFile(sibling), "s");
-}
-
-TEST_F(DeleteTest, DelTreeTakesFilesAndMissingPathsButRefusesABareDrive)
-{
-    const CString file = dir.WriteFile(L"f.dwg", "f");
-    EXPECT_TRUE(QM::DelTree(file));
-    EXPECT_FALSE(Exists(file));
-    EXPECT_TRUE(QM::DelTree(file));
-    EXPECT_TRUE(QM::DeleteTree(dir.Path() + L"none\\", false));
-    EXPECT_TRUE(QM::DelTree(nullptr));
-    // An unmapped letter: were the guard missing, the answer would be true
-    // (absent path) instead of the refusal.
-    EXPECT_FALSE(QM::DelTree(L"Q:"));
-    EXPECT_FALSE(QM::DeleteTree(L"Q:\\\\", false));
+    qmtest::ScratchDrive drive;
+    ASSERT_TRUE(drive.Mapped());
+    const CString keep = drive.Folder().WriteFile(L"sub\\keep.txt", "k");
+    ASSERT_EQ(TempDir::ReadFile(drive.Root() + L"sub\\keep.txt"), "k");
+    const wchar_t* const spellings[] = {
+        L"Q:", L"Q:\\", L"Q:/", L"Q:\\.", L"Q:.", L"Q:\\\\", L"Q:\\sub\\..", L"Q:/sub/../.",
+        L"\\\\?\\Q:\\", L"\\\\?\\Q:\\.", L"\\\\.\\Q:\\", L"\\\\?\\Q:\\*.*", L"Q:\\*", L"Q:\\*.*", L"Q:*", L"Q:/sub/../*",
+        L"\\\\server\\share", L"\\\\server\\share\\", L"//server/share/x/..", L"\\\\?\\UNC\\server\\share\\*"};
+    for (const wchar_t* spelling : spellings) {
+        CString path(spelling);
+        path.Replace(L"Q:", CString(drive.Letter()) + L":");
+        SCOPED_TRACE(path.GetString());
+        EXPECT_FALSE(QM::DeleteTree(path, false));
+        EXPECT_FALSE(QM::DeleteFiles(path, false));
+        for (const wchar_t* tree : {L"", L" --tree"}) {
+            CString output;
+            EXPECT_EQ(1, qmtest::RunQmtool(L"rm " + path + tree, output));
+            EXPECT_GE(output.Find(L"names a whole drive or share"), 0) << output.GetString();
+        }
+        ASSERT_EQ(TempDir::ReadFile(keep), "k");
+    }
+    EXPECT_TRUE(QM::DeleteFiles(drive.Root() + L"sub\\*", false));
+    EXPECT_FALSE(Exists(keep));
+    EXPECT_TRUE(QM::DeleteTree(drive.Root() + L"sub", false));
+    EXPECT_FALSE(Exists(drive.Folder().Path() + L"sub"));
 }
 
 }  // namespace

@@ -15,6 +15,7 @@ bool IsFolder(const CString& path)
 TEST(PathPartsTest, SplitsIntoNameTitleExtensionAndFolder)
 {
     const CString overLong = L"C:\\" + CString(L'x', 300) + L"\\a.dwg";
+    const CString atLimit = L"C:\\" + CString(L'x', 251) + L"\\a.dwg", atLimitFolder = atLimit.Left(255);   // 260 characters
     const struct {
         const wchar_t *path, *name, *title, *ext, *folder;
     } rows[] = {
@@ -27,7 +28,8 @@ TEST(PathPartsTest, SplitsIntoNameTitleExtensionAndFolder)
         {L"\\\\srv\\share\\d\\b.sld", L"b.sld", L"b", L"sld", L"\\\\srv\\share\\d\\"},
         {L"", L"", L"", L"", L""},
         {nullptr, L"", L"", L"", L""},
-        {overLong, L"", L"", L"", L""},  // past the splitter's buffer: nothing
+        {atLimit, L"a.dwg", L"a", L"dwg", atLimitFolder},
+        {overLong, L"", L"", L"", L""},  // past the platform's limit: nothing
     };
     for (size_t i = 0; i < sizeof rows / sizeof rows[0]; ++i) {
         const auto& row = rows[i];
@@ -57,6 +59,20 @@ TEST_F(PathOnDiskTest, IsExistFindsFilesAndEmptyFoldersWithOrWithoutSeparator)
     for (const auto& row : rows)
         EXPECT_EQ(QM::IsExist(row.path), row.exists) << row.path.GetString();
     EXPECT_FALSE(QM::IsExist(nullptr));
+}
+
+// Beyond MAX_PATH only the platform sets limits: a long tree is made and
+// found, and DeleteTree, whose buffer cannot take it, refuses it rather
+// than calling it absent.
+TEST_F(PathOnDiskTest, LongPathsAreMadeFoundAndNotTakenForAbsent)
+{
+    CString deep = dir.Path();
+    while (deep.GetLength() <= 300)
+        deep += L"abcdefghi\\";
+    ASSERT_TRUE(QM::MkMDir(deep));
+    EXPECT_TRUE(QM::IsExist(deep));
+    EXPECT_FALSE(QM::DeleteTree(deep, false));
+    EXPECT_TRUE(QM::IsExist(deep));
 }
 
 TEST_F(PathOnDiskTest, IsDirReadOnlyProbesWithoutLeavingTheProbe)

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "SlideCanvas.h"
+#include "support/Qmtool.h"
 #include "support/SlideWriter.h"
 #include "support/TempDir.h"
 
@@ -13,12 +14,40 @@ namespace {
 
 using namespace qmtest;
 
-TEST(SldBltEx, BadInputGivesNoBitmap)
+// Any size gives an object the caller can delete; only a null record gives
+// none.
+TEST(SldBltEx, AnySizeGivesABitmapObject)
 {
     EXPECT_EQ(QM::SldBltEx(nullptr), nullptr);
-    QM::slideExStruct s{};
-    s.nHeight = 120;
-    EXPECT_EQ(QM::SldBltEx(&s), nullptr);
+    for (const POINT size : {POINT{0, 120}, POINT{160, 0}, POINT{-5, -5}}) {
+        QM::slideExStruct s{};
+        s.nWidth = size.x;
+        s.nHeight = size.y;
+        EXPECT_NE(std::unique_ptr<CBitmap>(QM::SldBltEx(&s)), nullptr) << size.x << " x " << size.y;
+    }
+}
+
+// qmtool refuses what is not a slide file, saying why, and writes no picture.
+TEST(SldBltEx, QmtoolRendersOnlySlideFiles)
+{
+    TempDir dir;
+    const std::string slide = SlideWriter(100, 100).End().Bytes();
+    CreateDirectoryW(dir.Path() + L"folder.sld", nullptr);
+    const struct { const wchar_t* name; std::string bytes; const wchar_t* says; } rows[] = {
+        {L"empty.sld", "", L"is empty"},
+        {L"short.sld", slide.substr(0, 30), L"is shorter than a slide header"},
+        {L"text.sld", "x" + slide.substr(1), L"is not a slide (no \"AutoCAD Slide\" identification)"},
+        {L"folder.sld", "", L"is a folder"},
+    };
+    for (const auto& row : rows) {
+        const CString file = dir.Path() + row.name;
+        if (!QM::IsExist(file))
+            dir.WriteFile(row.name, row.bytes);
+        CString output;
+        EXPECT_EQ(1, RunQmtool(L"slide render \"" + file + L"\" \"" + dir.Path() + L"out.png\"", output));
+        EXPECT_GE(output.Find(row.says), 0) << output.GetString();
+        EXPECT_FALSE(QM::IsExist(dir.Path() + L"out.png")) << output.GetString();
+    }
 }
 
 TEST(SldBltEx, DrawsTheBitmapWithItsFlags)

@@ -6,7 +6,6 @@
 #include "support/SlideWriter.h"
 #include "support/TempDir.h"
 
-#include <cstddef>
 
 namespace {
 
@@ -97,22 +96,6 @@ TEST_F(SldBlt, PixelsFollowPlacementFlagsColoursAndFills)
         canvas.Expect(row.probes, row.what);
         EXPECT_EQ(::GetCurrentObject(canvas.dc, OBJ_PEN), ::GetStockObject(BLACK_PEN)) << row.what;
     }
-}
-
-TEST(SlideStructLayout, MembersSitWhereOldCallersPutThem)
-{
-    const bool wide = sizeof(void*) == 8;
-    EXPECT_EQ(offsetof(QM::slideStruct, pDC), wide ? 8u : 4u);
-    EXPECT_EQ(offsetof(QM::slideStruct, nLeft), wide ? 16u : 8u);
-    EXPECT_EQ(offsetof(QM::slideStruct, lpszFileName), wide ? 32u : 24u);
-    EXPECT_EQ(offsetof(QM::slideStruct, nFlags), wide ? 44u : 32u);
-    EXPECT_EQ(sizeof(QM::slideStruct), wide ? 48u : 36u);
-    EXPECT_EQ(offsetof(QM::slideExStruct, pBkBrush), wide ? 8u : 4u);
-    EXPECT_EQ(offsetof(QM::slideExStruct, lpszFileName), wide ? 24u : 16u);
-    EXPECT_EQ(offsetof(QM::slideExStruct, lpszCaption1), wide ? 56u : 44u);
-    EXPECT_EQ(offsetof(QM::slideExStruct, lpszCaption2), wide ? 72u : 56u);
-    EXPECT_EQ(offsetof(QM::slideExStruct, nFlags), wide ? 84u : 64u);
-    EXPECT_EQ(sizeof(QM::slideExStruct), wide ? 88u : 68u);
 }
 
 }  // namespace

@@ -69,8 +69,8 @@ TEST(SlideDecoder, RecordsBecomeEventsInOrder)
          "F 1,1 2,2 3,3; C 3"},
         {"a closed fill before the end record is flushed",
          Slide().Fill(1, 1).Fill(2, 2).Fill(3, 3).FillMarker().End().Bytes(), "F 1,1 2,2 3,3"},
-        {"a fill pending when the data runs out is dropped",
-         Slide().Fill(1, 1).Fill(2, 2).Fill(3, 3).FillMarker().Bytes(), ""},
+        {"a fill pending when the data runs out is painted as before an end record",
+         Slide().Fill(1, 1).Fill(2, 2).Fill(3, 3).FillMarker().Bytes(), "F 1,1 2,2 3,3"},
         {"lone markers draw nothing", Slide().FillMarker().FillMarker().End().Bytes(), ""},
     };
     for (const auto& row : rows)

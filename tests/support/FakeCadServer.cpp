@@ -124,7 +124,10 @@ public:
     }
 
 private:
-    bool Has(DISPID id) const { return id >= 1 && id <= 3 && (id == 3) == (m_name == L"Document"); }
+    bool Has(DISPID id) const
+    {
+        return id >= 1 && id <= 3 && (id == 3) == (m_name == L"Document") && (id != 3 || m_state->behaviour.hasSaveAs);
+    }
 
     // SaveAs(FileName, [FileType], [SecurityParams]): like a real save, it
     // fails where the folder is missing or read-only.

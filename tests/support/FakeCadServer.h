@@ -25,6 +25,7 @@ struct FakeCadBehaviour
 {
     CString folder;            // what Application.Path answers
     HRESULT saveError = S_OK;  // raised by SaveAs instead of saving (a read-only drawing, a full disk)
+    bool hasSaveAs = true;     // false: the drawing knows no SaveAs at all
     // Runs on a server thread with the call's record before the answer; lets
     // a test hold the caller up or act in the middle.
     std::function<void(const CString& call)> onCall;

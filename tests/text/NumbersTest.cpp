@@ -26,7 +26,8 @@ TEST(NumberText, FormatsAsPrintfDoesAndPadsWithoutCutting)
     EXPECT_EQ(QM::FixLenStr(L"abcdef", 4, true), CString(L"abcdef"));
     EXPECT_EQ(QM::FixLenStr(L"图层", 3, true), CString(L" 图层"));
     EXPECT_EQ(QM::FixLenStr(nullptr, 2, false), CString(L"  "));
-    EXPECT_EQ(QM::FixLenStr(L"ab", -4, true), CString(L"ab"));
+    EXPECT_EQ(QM::FixLenStr(L"ab", -4, true), CString(L"ab  "));   // "%-4s"
+    EXPECT_EQ(QM::FixLenStr(L"ab", -4, false), CString(L"ab  "));
 }
 
 TEST(NumberText, AdjustStringMovesACutOutOfASurrogatePairOnly)
@@ -36,7 +37,7 @@ TEST(NumberText, AdjustStringMovesACutOutOfASurrogatePairOnly)
     const struct { const wchar_t* text; int pos; bool back; int expected; } rows[] = {
         {text, 0, true, 0},  {text, 1, true, 1},  {text, 3, true, 3},  {text, 4, true, 4},  {text, 0, false, 0},
         {text, 1, false, 1}, {text, 3, false, 3}, {text, 4, false, 4}, {text, 2, true, 1},  {text, 2, false, 3},
-        {text, -1, false, -1}, {text, 5, false, 5}, {nullptr, 2, true, 2}, {lone, 0, false, 0}};
+        {text, -1, false, 2}, {text, -1, true, 0}, {text, -2, true, -2}, {text, 5, false, 5}, {nullptr, 2, true, 2}, {lone, 0, false, 0}};
     for (const auto& row : rows)
         EXPECT_EQ(QM::AdjustString(row.text, row.pos, row.back), row.expected) << row.pos << (row.back ? " back" : "");
 }

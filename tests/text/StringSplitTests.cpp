@@ -5,6 +5,7 @@
 #include "support/Throws.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
 #include <vector>
 
@@ -37,7 +38,7 @@ TEST(SeparateString, DropsEmptyFieldsKeepsBlanksAndHonoursQuotesOnlyWhenAsked)
         {L"\"a,b\",c", L',', false, {L"\"a", L"b\"", L"c"}},
         {L"ab\"c d\" e", L' ', true, {L"ab", L"c d", L"e"}},   // a quote inside a field starts the next
         {L"\"say \\\"hi\\\"\",x", L',', true, {L"say \\\"hi\\\"", L"x"}},   // escaped quotes stay, backslashes too
-        {L"a\\\"b,c", L',', true, {L"a\\\"b", L"c"}},
+        {L"a\\\"b,c\"d,e", L',', true, {L"a\\\"b,c", L"d,e"}},   // after an escaped quote a delimiter does not end it
         {L"x,\"open, never closed", L',', true, {L"x", L"open, never closed"}},
     };
     for (const auto& row : rows) {
@@ -97,7 +98,7 @@ TEST(OldSplitters, GetNumOfStrNeedsACommaForTheFirstFieldAndGivesTheLastPastTheE
     const struct { const wchar_t* text; int n; const wchar_t* expected; } rows[] = {
         {L"abc", 1, L""},   {L" a , b ", 1, L"a"},      {L"abc", 2, L"abc"}, {L"a,b,c", 2, L"b"},
         {L"a,b,c", 7, L"c"}, {L"a, \"b\" ,c", 2, L"b"}, {L"", 1, L""},       {L"a,b", 0, L""},
-        {L"a,b", -3, L""}};
+        {L"a,b", -3, L""},  {L"a,b,c", INT_MAX, L"c"}};
     for (const auto& row : rows)
         EXPECT_EQ(QMOLD::getnumofStr(row.text, row.n), CString(row.expected)) << row.text << " #" << row.n;
 }
@@ -146,6 +147,8 @@ TEST(Nth, ReadsNumbersStringsListsAndNilAndStopsAtASymbol)
         // A symbol reads as an empty string, and nothing after it is read.
         {L"(1 abc 2)", 1, false, L"\"\""},  {L"(1 abc 2)", 2, false, L"\"\""},  {L"(1 abc 2)", 1, true, L""},
         {L"(\"open 1)", 0, false, L""},  {L"((1 2 3)", 0, false, L""},
+        // Reading stops once the answer can no longer change.
+        {L"(1 2)", INT_MAX, false, L""},  {L"(1 abc)", INT_MAX, false, L"\"\""},
     };
     for (const auto& row : rows)
         EXPECT_EQ(QM::Nth(row.list, row.n, row.strip), CString(row.expected)) << row.list << " #" << row.n;
@@ -169,17 +172,17 @@ TEST(DoubleNulLists, SplitAndBuildRoundTripAndEmptyListsClearTheOutput)
     delete[] built;
 }
 
-TEST(DoubleNulLists, ACallerBufferIsZeroedFirstAndNeverOverrun)
+// `size` says how much to clear; the list is copied whatever it says.
+TEST(DoubleNulLists, ACallerBufferIsZeroedOverSizeBytesThenFilled)
 {
     CStringArray items = Holding(L"ab");
     items.Add(L"c");
     wchar_t buffer[16];
-    std::fill(buffer, buffer + 16, L'#');
-    EXPECT_EQ(QM::Get00Buffer(items, buffer, sizeof buffer), buffer);
-    const wchar_t expected[] = {L'a', L'b', 0, L'c', 0, 0, 0, 0};
-    EXPECT_EQ(0, std::memcmp(buffer, expected, sizeof expected));
-    std::fill(buffer, buffer + 16, L'#');
-    EXPECT_EQ(QM::Get00Buffer(items, buffer, 4 * sizeof(wchar_t)), nullptr);
-    EXPECT_EQ(buffer[3], L'\0');
-    EXPECT_EQ(buffer[4], L'#');
+    for (int size : {static_cast<int>(sizeof buffer), 2}) {
+        std::fill(buffer, buffer + 16, L'#');
+        EXPECT_EQ(QM::Get00Buffer(items, buffer, size), buffer);
+        const wchar_t expected[] = {L'a', L'b', 0, L'c', 0, 0};
+        EXPECT_EQ(0, std::memcmp(buffer, expected, sizeof expected));
+        EXPECT_EQ(buffer[6], size == 2 ? L'#' : L'\0');
+    }
 }

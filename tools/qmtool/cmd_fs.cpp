@@ -50,6 +50,10 @@ int RunCopy(const Command& self, Args& args)
     const bool recursive = args.Flag(L"recursive");
     if (int bad = args.Reject(self, 2, 2, L"needs FROM and TO"))
         return bad;
+    if (!QM::IsExist(args.Positional()[0])) {
+        Err(L"qmtool copy: " + args.Positional()[0] + L" does not exist\n");
+        return kFailed;
+    }
     const bool ok = QM::CopyFiles(
         QM::CopyFilesStruct{args.Positional()[0], nullptr, args.Positional()[1], nullptr, overwrite, recursive});
     Out(ok ? L"copied\n" : L"copy failed\n");
@@ -62,6 +66,10 @@ int RunRm(const Command& self, Args& args)
     if (int bad = args.Reject(self, 1, 1, L"needs exactly one PATH"))
         return bad;
     const CString& path = args.Positional()[0];
+    if (QM::IsDriveOrShareRoot(path)) {
+        Err(L"qmtool rm: refused: " + path + L" names a whole drive or share\n");
+        return kFailed;
+    }
     const bool ok = tree ? QM::DelTree(path) : QM::DeleteFiles(path, false);
     Out(ok ? L"deleted\n" : L"delete failed\n");
     return ok ? kOk : kFailed;

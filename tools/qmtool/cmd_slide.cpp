@@ -32,6 +32,41 @@ bool ParseRgb(const CString& text, COLORREF& colour)
     return true;
 }
 
+bool ReadAll(const wchar_t* path, std::vector<unsigned char>& bytes)
+{
+    HANDLE file = CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return false;
+    LARGE_INTEGER size{};
+    bool ok = GetFileSizeEx(file, &size) && size.QuadPart < (1LL << 30);
+    DWORD got = 0;
+    if (ok) {
+        bytes.resize(static_cast<size_t>(size.QuadPart));
+        ok = bytes.empty() || (ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &got, nullptr) &&
+                               got == bytes.size());
+    }
+    CloseHandle(file);
+    return ok;
+}
+
+// Why `path` cannot be drawn as a slide, or an empty text when it can.
+CString SlideProblem(const CString& path)
+{
+    const DWORD attributes = GetFileAttributesW(path);
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY))
+        return path + L" is a folder, not a slide file";
+    std::vector<unsigned char> bytes;
+    if (!ReadAll(path, bytes))
+        return L"cannot read " + path;
+    if (bytes.empty())
+        return path + L" is empty";
+    if (bytes.size() < QM::kSlideHeaderSize)
+        return path + L" is shorter than a slide header (31 bytes)";
+    if (memcmp(bytes.data(), "AutoCAD Slide", 13) != 0)
+        return path + L" is not a slide (no \"AutoCAD Slide\" identification)";
+    return CString();
+}
+
 int Render(const Command& self, Args& args)
 {
     QM::slideExStruct s{};
@@ -52,8 +87,9 @@ int Render(const Command& self, Args& args)
     if (hasBg && !ParseRgb(bg, background))
         return Usage(self, L"--bg takes six hexadecimal digits RRGGBB");
     const CString& in = args.Positional()[1];
-    if (!QM::IsExist(in)) {
-        Err(L"qmtool slide: cannot read " + in + L"\n");
+    const CString problem = SlideProblem(in);
+    if (!problem.IsEmpty()) {
+        Err(L"qmtool slide: " + problem + L"\n");
         return kFailed;
     }
     CBrush brush(background);
@@ -70,8 +106,14 @@ int Render(const Command& self, Args& args)
         s.nFlags |= QM::SLD_CAPTION2;
     }
     std::unique_ptr<CBitmap> bitmap(QM::SldBltEx(&s));
+    if (bitmap == nullptr || bitmap->m_hObject == nullptr) {
+        CString text;
+        text.Format(L"qmtool slide: cannot make a %d x %d bitmap\n", s.nWidth, s.nHeight);
+        Err(text);
+        return kFailed;
+    }
     const HRESULT init = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    const HRESULT hr = bitmap ? qmimage::SavePng(*bitmap, args.Positional()[2]) : E_FAIL;
+    const HRESULT hr = qmimage::SavePng(*bitmap, args.Positional()[2]);
     if (SUCCEEDED(init))
         CoUninitialize();
     if (FAILED(hr)) {
