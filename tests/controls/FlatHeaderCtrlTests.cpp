@@ -51,8 +51,9 @@ protected:
             }
         };
         host.onMessage = [&](UINT message, WPARAM, LPARAM lParam, LRESULT& result) {
-            result = endDragAnswer;
-            return message == WM_NOTIFY && reinterpret_cast<NMHDR*>(lParam)->code == HDN_ENDDRAG;
+            const UINT code = message == WM_NOTIFY ? reinterpret_cast<NMHDR*>(lParam)->code : 0;
+            result = code == HDN_BEGINDRAG ? beginDragAnswer.load() : endDragAnswer.load();
+            return code == HDN_BEGINDRAG || code == HDN_ENDDRAG;
         };
         ASSERT_TRUE(host.RunModal(script));
     }
@@ -103,7 +104,7 @@ protected:
     HostDialog host{{{WC_LISTVIEWW, L"", LVS_REPORT | WS_TABSTOP, IDC_LIST, 5, 5, 100, 60}}, 320, 160};
     CFlatHeaderCtrl header;
     HWND list = nullptr;
-    std::atomic<LRESULT> endDragAnswer{0};
+    std::atomic<LRESULT> beginDragAnswer{0}, endDragAnswer{0};
 };
 
 struct DragRow
@@ -111,17 +112,18 @@ struct DragRow
     const char* name;
     int column, target;
     bool rightHalf;           // dropped on the right half of `target`
-    LRESULT endDragAnswer;
+    LRESULT beginDragAnswer, endDragAnswer;
     std::vector<int> order;   // afterwards
     int marker;               // display position of the marked gap, -1: none
 };
 
 const DragRow kDrags[] = {
-    {"behind column 2", 0, 2, true, 0, {1, 2, 0, 3}, 3},
-    {"to the front", 3, 0, false, 0, {3, 0, 1, 2}, 0},
-    {"on its own place", 0, 0, true, 0, {0, 1, 2, 3}, -1},
-    {"on the next place", 0, 1, false, 0, {0, 1, 2, 3}, -1},
-    {"refused by the parent", 0, 2, true, 1, {0, 1, 2, 3}, 3},
+    {"behind column 2", 0, 2, true, 0, 0, {1, 2, 0, 3}, 3},
+    {"to the front", 3, 0, false, 0, 0, {3, 0, 1, 2}, 0},
+    {"on its own place", 0, 0, true, 0, 0, {0, 1, 2, 3}, -1},
+    {"on the next place", 0, 1, false, 0, 0, {0, 1, 2, 3}, -1},
+    {"refused by the parent", 0, 2, true, 0, 1, {0, 1, 2, 3}, 3},
+    {"run by the parent", 0, 2, true, 1, 0, {0, 1, 2, 3}, -1},
 };
 
 TEST_F(FlatHeaderTest, DraggingAColumnReordersAndMarksTheGap)
@@ -134,6 +136,7 @@ TEST_F(FlatHeaderTest, DraggingAColumnReordersAndMarksTheGap)
             SCOPED_TRACE(row.name);
             std::vector<int> identity{0, 1, 2, 3};
             Header_SetOrderArray(header.m_hWnd, 4, identity.data());
+            beginDragAnswer = row.beginDragAnswer;
             endDragAnswer = row.endDragAnswer;
             h.ClearReceived();
             const CRect from = Item(row.column), to = Item(row.target);
