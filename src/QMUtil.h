@@ -70,5 +70,6 @@
 #include "data/ExcelExport.h"
 
 // Dialog controls
+#include "controls/FlatHeaderCtrl.h"
 #include "controls/ItemHelpers.h"
 #include "controls/NumEditEx.h"
