@@ -19,6 +19,7 @@
 #include "platform/Gdi.h"
 #include "platform/Geometry.h"
 #include "platform/Module.h"
+#include "platform/RuntimeClass.h"
 
 // Windows: CWnd, message tables, the control wrappers, device contexts
 #include "platform/win/ColorDialog.h"
