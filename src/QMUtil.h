@@ -63,3 +63,6 @@
 #include "fs/FileOps.h"
 #include "fs/Listing.h"
 #include "fs/PathParts.h"
+
+// Dialog controls: colour button
+#include "controls/ColorButtonEx.h"
