@@ -64,5 +64,6 @@
 #include "fs/Listing.h"
 #include "fs/PathParts.h"
 
-// Dialog controls: colour button
+// Dialog controls: colour button and colour picker
 #include "controls/ColorButtonEx.h"
+#include "controls/ColorPickerEx.h"
