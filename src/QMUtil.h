@@ -64,6 +64,8 @@
 #include "fs/Listing.h"
 #include "fs/PathParts.h"
 
-// Dialog controls: colour button and colour picker
+// Dialog controls
 #include "controls/ColorButtonEx.h"
 #include "controls/ColorPickerEx.h"
+#include "controls/ItemHelpers.h"
+#include "controls/NumEditEx.h"
