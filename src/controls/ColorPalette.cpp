@@ -71,6 +71,8 @@ void FillSolid(HDC dc, const RECT& rect, COLORREF colour)
     ::SetBkColor(dc, old);
 }
 
+// Each palette starts with no cell selected, so no focus rectangle is left
+// over from the previous one.
 void CreateParts(HWND window, const CREATESTRUCTW* cs)
 {
     PaletteState& s = Palette();
