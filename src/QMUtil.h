@@ -19,6 +19,7 @@
 #include "platform/Gdi.h"
 #include "platform/Geometry.h"
 #include "platform/Module.h"
+#include "platform/RuntimeClass.h"
 #include "platform/ole/OleDispatchDriver.h"
 #include "platform/ole/OleVariant.h"
 
@@ -70,6 +71,8 @@
 #include "data/ExcelExport.h"
 
 // Dialog controls
+#include "controls/ColorButtonEx.h"
+#include "controls/ColorPickerEx.h"
 #include "controls/FlatHeaderCtrl.h"
 #include "controls/ItemHelpers.h"
 #include "controls/NumEditEx.h"

@@ -82,6 +82,11 @@ void Press(HWND window, int x, int y)
 void Release(HWND window, int x, int y)
 {
     MoveTo(window, x, y);
+    Release();
+}
+
+void Release()
+{
     Send({MouseInput(MOUSEEVENTF_LEFTUP)});
 }
 

@@ -42,4 +42,10 @@ struct Page
 bool AddPage(Page page);
 const std::vector<Page>& Pages();
 
+// A step the screenshot runs just before the picture is taken, after the
+// mouse has been pointed: opens a pop-up or puts a control in a state worth
+// showing.
+bool AddScreenshotStep(std::function<void(HWND dialog)> step);
+const std::vector<std::function<void(HWND dialog)>>& ScreenshotSteps();
+
 } // namespace gallery

@@ -37,6 +37,23 @@ const std::vector<Page>& Pages()
     return PageList();
 }
 
+std::vector<std::function<void(HWND dialog)>>& StepList()
+{
+    static std::vector<std::function<void(HWND dialog)>> steps;
+    return steps;
+}
+
+bool AddScreenshotStep(std::function<void(HWND dialog)> step)
+{
+    StepList().push_back(std::move(step));
+    return true;
+}
+
+const std::vector<std::function<void(HWND dialog)>>& ScreenshotSteps()
+{
+    return StepList();
+}
+
 } // namespace gallery
 
 namespace {
@@ -182,6 +199,9 @@ int Screenshot(const std::vector<WORD>& dialogTemplate, const wchar_t* path)
     Pump(300);
     Hover(dialog);
     Pump(1500);
+    for (const auto& step : gallery::ScreenshotSteps())
+        step(dialog);
+    Pump(300);
     ::RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
     Pump(200);
     HBITMAP picture = qmimage::CaptureWindow(dialog);

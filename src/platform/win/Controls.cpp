@@ -68,6 +68,8 @@ void CEdit::ReplaceSel(const wchar_t* text, BOOL canUndo)
     SendMessage(EM_REPLACESEL, canUndo, reinterpret_cast<LPARAM>(text));
 }
 
+IMPLEMENT_DYNAMIC(CButton, CWnd)
+
 BOOL CButton::Create(const wchar_t* caption, DWORD style, const RECT& rect, CWnd* parent, UINT id)
 {
     return CWnd::Create(L"BUTTON", caption, style, rect, parent, id);

@@ -41,6 +41,7 @@ public:
 
 class QM_API CButton : public CWnd
 {
+    DECLARE_DYNAMIC(CButton)
 public:
     BOOL Create(const wchar_t* caption, DWORD style, const RECT& rect, CWnd* parent, UINT id);
     UINT GetState() const { return static_cast<UINT>(SendMessage(BM_GETSTATE)); }

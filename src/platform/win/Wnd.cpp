@@ -128,6 +128,13 @@ BOOL CWnd::DestroyWindow()
     return m_hWnd != nullptr && ::DestroyWindow(m_hWnd);
 }
 
+const CRuntimeClass CWnd::classCWnd = {"CWnd", static_cast<int>(sizeof(CWnd)), nullptr};
+
+const CRuntimeClass* CWnd::GetRuntimeClass() const
+{
+    return &classCWnd;
+}
+
 BOOL CWnd::PreCreateWindow(CREATESTRUCTW&)
 {
     return TRUE;

@@ -40,6 +40,7 @@
 #include "platform/CString.h"
 #include "platform/Gdi.h"
 #include "platform/Geometry.h"
+#include "platform/RuntimeClass.h"
 #include "platform/win/MessageMap.h"
 
 #include <commctrl.h>
@@ -55,6 +56,12 @@ public:
     virtual ~CWnd();
     CWnd(const CWnd&) = delete;
     CWnd& operator=(const CWnd&) = delete;
+
+    // The run-time class record of the object's most derived class that has
+    // one (DECLARE_DYNAMIC); CWnd is the root.
+    static const CRuntimeClass classCWnd;
+    virtual const CRuntimeClass* GetRuntimeClass() const;
+    BOOL IsKindOf(const CRuntimeClass* cls) const { return GetRuntimeClass()->IsDerivedFrom(cls); }
 
     HWND m_hWnd = nullptr;
     HWND GetSafeHwnd() const { return m_hWnd; }

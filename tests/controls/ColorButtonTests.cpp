@@ -1,0 +1,311 @@
+// The colour button in a host dialog, driven by real mouse input and read
+// back from the screen: frames per border style and state, the pressed
+// offset, the disabled image, the colour setters and SizeToContent.
+#include <QMUtil.h>
+
+#include "support/HostDialog.h"
+#include "support/Input.h"
+#include "support/Screenshot.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+constexpr COLORREF kBack = RGB(0, 128, 128);
+constexpr COLORREF kRed = RGB(255, 0, 0);
+
+DialogItem ButtonItem(WORD id, short x, short y, const wchar_t* text = L"")
+{
+    return {L"BUTTON", text, BS_DEFPUSHBUTTON | WS_TABSTOP, id, x, y, 40, 24};
+}
+
+RECT Client(HWND window)
+{
+    RECT rc{};
+    ::GetClientRect(window, &rc);
+    return rc;
+}
+
+// A bitmap of `width` x 8, its left half `left` and right half `right`.
+HBITMAP TwoColourBitmap(int width, COLORREF left, COLORREF right)
+{
+    const HDC screen = ::GetDC(nullptr);
+    const HDC dc = ::CreateCompatibleDC(screen);
+    const HBITMAP bitmap = ::CreateCompatibleBitmap(screen, width, 8);
+    const HGDIOBJ old = ::SelectObject(dc, bitmap);
+    for (int half = 0; half < 2; ++half)
+    {
+        const HBRUSH brush = ::CreateSolidBrush(half == 0 ? left : right);
+        const RECT rc{half * width / 2, 0, (half + 1) * width / 2, 8};
+        ::FillRect(dc, &rc, brush);
+        ::DeleteObject(brush);
+    }
+    ::SelectObject(dc, old);
+    ::DeleteDC(dc);
+    ::ReleaseDC(nullptr, screen);
+    return bitmap;
+}
+
+// Top-left corner of the red image inside `button` as the screen shows it.
+POINT RedCorner(const Screenshot& shot, HWND button)
+{
+    const RECT rc = Client(button);
+    for (int y = 0; y < rc.bottom; ++y)
+        for (int x = 0; x < rc.right; ++x)
+            if (shot.PixelOf(button, x, y) == kRed)
+                return POINT{x, y};
+    return POINT{-1, -1};
+}
+
+void KeepOnFailure(const Screenshot& shot, const std::wstring& name)
+{
+    if (::testing::Test::HasFailure())
+        shot.SavePng((name + L".png").c_str());
+}
+
+enum class State { Normal, Hot, Pressed };
+enum Edge { B, H, D, L, S };  // background, highlight, dark shadow, light, shadow
+
+COLORREF EdgeColour(Edge edge)
+{
+    switch (edge)
+    {
+    case H: return ::GetSysColor(COLOR_BTNHIGHLIGHT);
+    case D: return ::GetSysColor(COLOR_3DDKSHADOW);
+    case L: return ::GetSysColor(COLOR_3DLIGHT);
+    case S: return ::GetSysColor(COLOR_BTNSHADOW);
+    default: return kBack;
+    }
+}
+
+struct FrameRow
+{
+    int style;
+    State state;
+    Edge outerTopLeft, outerBottomRight, innerTopLeft, innerBottomRight;
+    int shift;  // content offset against the normal state
+};
+
+const FrameRow kFrames[] = {
+    {0, State::Normal, H, D, L, S, 0},  {1, State::Normal, B, B, B, B, 0},  {2, State::Normal, H, D, B, B, 0},
+    {3, State::Normal, B, B, B, B, 0},  {0, State::Hot, H, D, L, S, 0},     {1, State::Hot, H, D, B, B, 0},
+    {2, State::Hot, H, D, L, S, 0},     {3, State::Hot, B, B, B, B, 0},     {0, State::Pressed, D, H, S, L, 2},
+    {1, State::Pressed, D, H, B, B, 2}, {2, State::Pressed, D, H, S, L, 2}, {3, State::Pressed, B, B, B, B, 0},
+};
+
+TEST(ColorButton, EachBorderStyleShowsItsFrameWhenNormalHotAndPressed)
+{
+    HostDialog host({ButtonItem(101, 10, 40), ButtonItem(102, 60, 40), ButtonItem(103, 110, 40),
+                     ButtonItem(104, 160, 40)});
+    CColorButtonEx buttons[4];
+    const HBITMAP image = TwoColourBitmap(8, kRed, kRed);
+    host.onInit = [&](HWND dialog) {
+        for (int i = 0; i < 4; ++i)
+        {
+            buttons[i].SubclassDlgItem(101 + i, CWnd::FromHandle(dialog));
+            buttons[i].m_borderStyle = i;
+            buttons[i].m_displayMode = 0;
+            buttons[i].SetImage(image, 0, nullptr);
+            buttons[i].SetBkColor(kBack);
+        }
+    };
+    ASSERT_TRUE(host.RunModal([&](HostDialog& h) {
+        ::CoInitialize(nullptr);
+        POINT normalCorner[4] = {};
+        for (const FrameRow& row : kFrames)
+        {
+            const HWND button = h.Item(101 + row.style);
+            const RECT rc = Client(button);
+            input::MoveTo(h.Window(), 2, 2);
+            if (row.state != State::Normal)
+                input::MoveTo(button, rc.right / 2, rc.bottom / 2 - 1);
+            if (row.state == State::Hot)
+                input::MoveTo(button, rc.right / 2, rc.bottom / 2);
+            if (row.state == State::Pressed)
+                input::Press(button, rc.right / 2, rc.bottom / 2);
+            h.Settle();
+            Screenshot shot(h.Window());
+            if (row.state == State::Pressed)
+                input::Release();
+            SCOPED_TRACE("style " + std::to_string(row.style) + " state " + std::to_string(int(row.state)));
+            EXPECT_EQ(shot.PixelOf(button, 0, 0), EdgeColour(row.outerTopLeft));
+            EXPECT_EQ(shot.PixelOf(button, rc.right - 1, rc.bottom - 1), EdgeColour(row.outerBottomRight));
+            EXPECT_EQ(shot.PixelOf(button, 1, 1), EdgeColour(row.innerTopLeft));
+            EXPECT_EQ(shot.PixelOf(button, rc.right - 2, rc.bottom - 2), EdgeColour(row.innerBottomRight));
+            const POINT corner = RedCorner(shot, button);
+            if (row.state == State::Normal)
+                normalCorner[row.style] = corner;
+            EXPECT_EQ(corner.x, normalCorner[row.style].x + row.shift);
+            EXPECT_EQ(corner.y, normalCorner[row.style].y + row.shift);
+            KeepOnFailure(shot, L"colorbutton-frames");
+            h.Settle();
+        }
+    }));
+    ::DeleteObject(image);
+    // Each press was a click for the dialog.
+    static const ExpectedMsg kClicks[] = {{WM_COMMAND, 0, MAKEWPARAM(101, BN_CLICKED), 0},
+                                          {WM_COMMAND, 0, MAKEWPARAM(102, BN_CLICKED), 0},
+                                          {WM_COMMAND, 0, MAKEWPARAM(103, BN_CLICKED), 0},
+                                          {WM_COMMAND, 0, MAKEWPARAM(104, BN_CLICKED), 0},
+                                          {0, 0, 0, 0}};
+    EXPECT_TRUE(SequenceMatches(host.Received(), kClicks, host.Window()));
+}
+
+// Face-coloured pixels of a bitmap become white in the disabled image, which
+// the disabled effect leaves out: the button's background shows there, while
+// dark pixels are drawn in the shadow colour.
+TEST(ColorButton, DisabledBitmapLetsTheBackgroundShowWhereTheFaceWas)
+{
+    struct Row
+    {
+        bool enabled;
+        COLORREF faceHalf, darkHalf;
+    };
+    const COLORREF face = ::GetSysColor(COLOR_BTNFACE);
+    const Row rows[] = {{true, face, RGB(0, 0, 0)}, {false, kBack, ::GetSysColor(COLOR_BTNSHADOW)}};
+    HostDialog host({ButtonItem(101, 10, 40)});
+    CColorButtonEx button;
+    host.onInit = [&](HWND dialog) {
+        button.SubclassDlgItem(101, CWnd::FromHandle(dialog));
+        button.m_borderStyle = 3;
+        button.SetImage(TwoColourBitmap(16, face, RGB(0, 0, 0)), 1, nullptr);
+        button.SetBkColor(kBack);
+    };
+    ASSERT_TRUE(host.RunModal([&](HostDialog& h) {
+        ::CoInitialize(nullptr);
+        input::MoveTo(h.Window(), 2, 2);
+        for (const Row& row : rows)
+        {
+            h.OnDialogThread([&] { row.enabled ? button.Enable() : button.Disable(); });
+            h.Settle();
+            Screenshot shot(h.Window());
+            const RECT rc = Client(h.Item(101));
+            const int cx = rc.right / 2, cy = rc.bottom / 2;
+            SCOPED_TRACE(row.enabled ? "enabled" : "disabled");
+            EXPECT_EQ(shot.PixelOf(h.Item(101), cx - 5, cy - 1), row.faceHalf);
+            EXPECT_EQ(shot.PixelOf(h.Item(101), cx + 4, cy - 1), row.darkHalf);
+            KeepOnFailure(shot, L"colorbutton-disabled");
+        }
+    }));
+}
+
+// SetBkColor and SetTxtColor show at once; SetTextColor waits for the next
+// repaint; the hot text colour shows while the mouse is over the button.
+TEST(ColorButton, ColourSettersRepaintAsDocumented)
+{
+    using Setter = void (CColorButtonEx::*)(DWORD);
+    struct Row
+    {
+        Setter set;
+        bool showsAtOnce;
+    };
+    const Row rows[] = {{&CColorButtonEx::SetBkColor, true},
+                        {&CColorButtonEx::SetTxtColor, true},
+                        {&CColorButtonEx::SetTextColor, false},
+                        {&CColorButtonEx::SetTextHotColor, false}};
+    HostDialog host({ButtonItem(101, 10, 40, L"MMMM"), ButtonItem(102, 60, 40, L"MMMM"),
+                     ButtonItem(103, 110, 40, L"MMMM"), ButtonItem(104, 160, 40, L"MMMM")});
+    CColorButtonEx buttons[4];
+    host.onInit = [&](HWND dialog) {
+        for (int i = 0; i < 4; ++i)
+            buttons[i].SubclassDlgItem(101 + i, CWnd::FromHandle(dialog));
+    };
+    auto redPixels = [](HWND button) {
+        Screenshot shot(button);
+        int count = 0;
+        for (int y = 0; y < shot.Height(); ++y)
+            for (int x = 0; x < shot.Width(); ++x)
+                count += shot.Pixel(x, y) == kRed;
+        return count;
+    };
+    ASSERT_TRUE(host.RunModal([&](HostDialog& h) {
+        input::MoveTo(h.Window(), 2, 2);
+        h.Settle();
+        for (int i = 0; i < 4; ++i)
+        {
+            SCOPED_TRACE(i);
+            h.OnDialogThread([&] { (buttons[i].*rows[i].set)(kRed); });
+            EXPECT_EQ(redPixels(h.Item(101 + i)) > 0, rows[i].showsAtOnce);
+            h.OnDialogThread([&] { buttons[i].RedrawWindow(); });
+            EXPECT_EQ(redPixels(h.Item(101 + i)) > 0, i != 3);
+        }
+        input::MoveTo(h.Item(104), 5, 5);
+        input::MoveTo(h.Item(104), 6, 6);
+        h.Settle();
+        EXPECT_GT(redPixels(h.Item(104)), 0);
+    }));
+}
+
+TEST(ColorButton, SizeToContentMeasuresAndResizesUnlessTold)
+{
+    struct Row
+    {
+        int mode;
+        const wchar_t* text;
+        int noResize;
+    };
+    const Row rows[] = {{0, L"", 1}, {0, L"", 0}, {1, L"颜色", 0}, {2, L"颜色", 1}, {2, L"", 0}};
+    HostDialog host({ButtonItem(101, 10, 40)});
+    CColorButtonEx button;
+    host.onInit = [&](HWND dialog) {
+        button.SubclassDlgItem(101, CWnd::FromHandle(dialog));
+        button.SetImage(TwoColourBitmap(16, kRed, kRed), 1, nullptr);
+    };
+    ASSERT_TRUE(host.RunModal([&](HostDialog& h) {
+        for (const Row& row : rows)
+        {
+            SCOPED_TRACE(row.mode);
+            CSize before, got, after;
+            SIZE text{};
+            h.OnDialogThread([&] {
+                button.MoveWindow(0, 0, 77, 33);
+                button.SetWindowText(row.text);
+                button.m_displayMode = row.mode;
+                const HDC dc = ::GetDC(button);
+                const HGDIOBJ old = ::SelectObject(dc, reinterpret_cast<HGDIOBJ>(button.SendMessage(WM_GETFONT)));
+                ::GetTextExtentPoint32W(dc, row.text, lstrlenW(row.text), &text);
+                ::SelectObject(dc, old);
+                ::ReleaseDC(button, dc);
+                got = button.SizeToContent(row.noResize);
+                after = CRect(Client(button)).Size();
+            });
+            const int textWidth = *row.text ? text.cx + 10 : 0;
+            const CSize want = row.mode == 0   ? CSize(26, 18)
+                               : row.mode == 1 ? CSize(text.cx + 10, text.cy + 10)
+                                               : CSize(26 + textWidth, std::max<int>(text.cy, 8) + 10);
+            EXPECT_EQ(got, want);
+            EXPECT_EQ(after, row.noResize ? CSize(77, 33) : want);
+        }
+    }));
+}
+
+TEST(ColorButton, StylesRuntimeClassAndToolTip)
+{
+    HostDialog host({ButtonItem(101, 10, 40)});
+    CColorButtonEx button, created;
+    CString first, second;
+    HWND tipBefore = reinterpret_cast<HWND>(1);
+    host.onInit = [&](HWND dialog) {
+        button.SubclassDlgItem(101, CWnd::FromHandle(dialog));
+        created.Create(L"x", WS_CHILD | BS_PUSHBUTTON, CRect(0, 0, 20, 20), CWnd::FromHandle(dialog), 102);
+        button.SetTooltip(nullptr);
+        tipBefore = button.GetToolTipCtrl().GetSafeHwnd();
+        button.SetTooltip(L"选择颜色");
+        button.GetToolTipCtrl().GetText(first, &button);
+        button.SetTooltip(L"second");
+        button.GetToolTipCtrl().GetText(second, &button);
+    };
+    ASSERT_TRUE(host.RunModal([&](HostDialog& h) {
+        EXPECT_EQ(::GetWindowLongW(h.Item(101), GWL_STYLE) & BS_TYPEMASK, BS_OWNERDRAW);
+        EXPECT_EQ(::GetWindowLongW(h.Item(102), GWL_STYLE) & BS_TYPEMASK, BS_OWNERDRAW);
+    }));
+    EXPECT_EQ(tipBefore, nullptr);
+    EXPECT_EQ(first, CString(L"选择颜色"));
+    EXPECT_EQ(second, CString(L"second"));
+    EXPECT_TRUE(button.IsKindOf(RUNTIME_CLASS(CButton)));
+    EXPECT_STREQ(button.GetRuntimeClass()->m_lpszClassName, "CColorButtonEx");
+}
+
+} // namespace
