@@ -108,13 +108,15 @@ INT_PTR CALLBACK HostDialog::Proc(HWND dialog, UINT message, WPARAM wParam, LPAR
         if (self->onCommand)
             self->onCommand(wParam, lParam);
         return TRUE;
-    case WM_NOTIFY:
-        self->Record(message, wParam, lParam);
-        return FALSE;
     default:
-        if (message >= WM_USER && message < WM_APP)
-            self->Record(message, wParam, lParam);
-        return FALSE;
+        if (message != WM_NOTIFY && (message < WM_USER || message >= WM_APP))
+            return FALSE;
+        self->Record(message, wParam, lParam);
+        LRESULT result = 0;
+        if (!self->onMessage || !self->onMessage(message, wParam, lParam, result))
+            return FALSE;
+        ::SetWindowLongPtrW(dialog, DWLP_MSGRESULT, result);
+        return TRUE;
     }
 }
 

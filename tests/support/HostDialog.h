@@ -42,6 +42,9 @@ public:
     std::function<void(HWND dialog)> onInit;
     // Runs on the dialog's thread for every WM_COMMAND, after recording it.
     std::function<void(WPARAM wParam, LPARAM lParam)> onCommand;
+    // Runs on the dialog's thread for WM_NOTIFY and the WM_USER range, after
+    // recording; a true answer sends `result` back to the sender.
+    std::function<bool(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)> onMessage;
 
     // Shows the dialog modally until `script` (on a second thread) returns.
     // Returns false when the dialog could not be shown.

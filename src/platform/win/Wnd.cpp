@@ -8,6 +8,7 @@
 
 CWnd::~CWnd()
 {
+    CWndRouting::Forget(this);
     if (m_hWnd != nullptr)
         ::DestroyWindow(Detach());
 }

@@ -30,6 +30,10 @@
 // dialog of the host) is subclassed once, with SetWindowSubclass, for as long
 // as it has attached children.
 //
+// An object may be deleted by one of its own handlers, or by code they call
+// (a list closing the editor whose focus-loss handler asked it to): the
+// routing then touches the object no more.
+//
 // Null windows give false, zero or null results throughout, never a crash.
 #pragma once
 #include "QMExport.h"

@@ -67,6 +67,18 @@ thread_local ThreadToolTip t_toolTip{nullptr, nullptr, 0, -1};
 
 thread_local CWnd* t_creating = nullptr;
 
+// The objects whose handlers are running on this thread, innermost first: a
+// handler may delete its own object (an editor the list closes while the
+// editor's focus-loss handler runs), and the frames below must then leave
+// the object alone.
+struct RouteFrame
+{
+    CWnd* wnd;
+    bool alive;
+    RouteFrame* outer;
+};
+thread_local RouteFrame* t_routes = nullptr;
+
 bool IsMouseMessage(UINT message)
 {
     return message >= WM_MOUSEFIRST && message <= WM_MOUSELAST;
@@ -131,22 +143,35 @@ void CWndRouting::Unwatch(HWND hWnd)
     ::RemoveWindowSubclass(hWnd, &ObjectProc, kObjectSubclassId);
 }
 
-LRESULT CWndRouting::Route(CWnd* wnd, UINT message, WPARAM wParam, LPARAM lParam)
+LRESULT CWndRouting::Route(CWnd* wnd, UINT message, WPARAM wParam, LPARAM lParam, bool* alive)
 {
     const MSG saved = wnd->m_currentMsg;
     wnd->m_currentMsg = MSG{wnd->m_hWnd, message, wParam, lParam, 0, {0, 0}};
+    RouteFrame frame{wnd, true, t_routes};
+    t_routes = &frame;
     const LRESULT result = wnd->WindowProc(message, wParam, lParam);
-    wnd->m_currentMsg = saved;
+    t_routes = frame.outer;
+    if (frame.alive)
+        wnd->m_currentMsg = saved;
+    *alive = frame.alive;
     return result;
+}
+
+void CWndRouting::Forget(CWnd* wnd)
+{
+    for (RouteFrame* frame = t_routes; frame != nullptr; frame = frame->outer)
+        if (frame->wnd == wnd)
+            frame->alive = false;
 }
 
 LRESULT CALLBACK CWndRouting::ObjectProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                          DWORD_PTR data)
 {
     CWnd* wnd = reinterpret_cast<CWnd*>(data);
-    const LRESULT result = wnd->m_routed ? Route(wnd, message, wParam, lParam)
+    bool alive = true;
+    const LRESULT result = wnd->m_routed ? Route(wnd, message, wParam, lParam, &alive)
                                          : ::DefSubclassProc(hWnd, message, wParam, lParam);
-    if (message == WM_NCDESTROY && wnd->m_hWnd == hWnd)
+    if (alive && message == WM_NCDESTROY && wnd->m_hWnd == hWnd)
     {
         Release(wnd);
         wnd->PostNcDestroy();

@@ -22,9 +22,12 @@ public:
     static void DropReflector(HWND parent);
     static bool Reflect(HWND parent, UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
     static bool CreateRouted(CWnd* wnd, CREATESTRUCTW& cs);
+    // The object is being deleted: handlers of it still running must not
+    // touch it once they return.
+    static void Forget(CWnd* wnd);
 
 private:
-    static LRESULT Route(CWnd* wnd, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT Route(CWnd* wnd, UINT message, WPARAM wParam, LPARAM lParam, bool* alive);
     static bool PreTranslate(MSG* msg);
     static void FilterToolTip(CWnd* wnd, MSG* msg);
     static HWND SenderOf(HWND parent, UINT message, LPARAM lParam);
