@@ -62,3 +62,7 @@
 #include "fs/FileOps.h"
 #include "fs/Listing.h"
 #include "fs/PathParts.h"
+
+// Dialog controls
+#include "controls/ItemHelpers.h"
+#include "controls/NumEditEx.h"

@@ -67,6 +67,7 @@ bool HostDialog::RunModal(const std::function<void(HostDialog&)>& script)
             return;
         Settle();
         script(*this);
+        m_recording = false;
         ::PostMessageW(m_window, kEnd, 0, 0);
     });
     m_shown = &shown;
@@ -122,6 +123,8 @@ INT_PTR CALLBACK HostDialog::Proc(HWND dialog, UINT message, WPARAM wParam, LPAR
 
 void HostDialog::Record(UINT message, WPARAM wParam, LPARAM lParam)
 {
+    if (!m_recording)
+        return;
     std::lock_guard<std::mutex> hold(m_lock);
     const UINT code = message == WM_NOTIFY ? reinterpret_cast<NMHDR*>(lParam)->code : 0;
     const LPARAM kept = message == WM_NOTIFY ? 0 : lParam;

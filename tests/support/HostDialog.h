@@ -12,7 +12,8 @@
 //   EXPECT_EQ(host.Received().size(), 0u);
 //
 // The dialog records what it receives (MessageSequence.h): WM_COMMAND,
-// WM_NOTIFY and messages of the WM_USER range.
+// WM_NOTIFY and messages of the WM_USER range, until the script ends (what
+// closing the dialog sends is left out).
 #pragma once
 #include "support/MessageSequence.h"
 
@@ -70,6 +71,7 @@ private:
     std::vector<WORD> m_template;
     HWND m_window = nullptr;
     std::atomic<bool>* m_shown = nullptr;
+    std::atomic<bool> m_recording{true};
     mutable std::mutex m_lock;
     std::vector<ReceivedMsg> m_received;
 };

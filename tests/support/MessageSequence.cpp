@@ -7,7 +7,7 @@ namespace {
 
 bool Same(const ReceivedMsg& got, const ExpectedMsg& want, HWND host)
 {
-    return got.message == want.message && ((want.flags & kAnyWParam) != 0 || got.wParam == want.wParam) &&
+    return got.message == want.message && got.wParam == want.wParam &&
            got.code == want.code && ((want.flags & kLParamIsHost) == 0 || got.lParam == reinterpret_cast<LPARAM>(host));
 }
 

@@ -26,7 +26,6 @@ enum ExpectedFlags : UINT
 {
     kOptional = 1,      // may be missing
     kLParamIsHost = 2,  // lParam must be the dialog's own window
-    kAnyWParam = 4,
 };
 
 struct ExpectedMsg

@@ -1,0 +1,160 @@
+// The numeric edit box typed into through the real input queue, inside a
+// host's modal dialog.
+#include <QMUtil.h>
+
+#include "support/HostDialog.h"
+#include "support/Input.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+enum : WORD { IDC_NUM = 101, IDC_OTHER = 102 };
+
+HostDialog MakeHost()
+{
+    return HostDialog({{L"EDIT", L"", ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP, IDC_NUM, 10, 10, 100, 14},
+                       {L"EDIT", L"", ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP, IDC_OTHER, 10, 40, 100, 14}});
+}
+
+struct TypingRow
+{
+    const wchar_t *def, *min, *max;
+    int integerOnly;
+    const wchar_t* start;   // text before typing, caret at its start
+    const wchar_t* typed;
+    const wchar_t* shown;   // text after typing
+    const wchar_t* left;    // text after the focus left
+};
+
+const TypingRow kTyping[] = {
+    {L"50", L"10", L"100", 0, L"", L"500", L"50", L"50"},        // 5 and 50 pass, 500 is over
+    {L"50", L"10", L"100", 0, L"", L"5", L"5", L"50"},           // below the minimum while typing only
+    {L"12", L"0", L"100", 0, L"12", L"a", L"12", L"12"},         // a letter never gets in
+    {L"7", L"-10", L"10", 0, L"", L"-", L"-", L"7"},             // a lone sign waits, then the default
+    {L"7", L"0", L"10", 0, L"", L".", L".", L"7"},               // so does a lone point
+    {L"7", L"-10", L"10", 0, L"", L"-.5", L"-.5", L"-.5"},
+    {L"3", L"0", L"100", 1, L"", L"1.", L"1", L"1"},             // integer only: no point
+    {L"3", L"0", L"100", 0, L"", L"1 2", L"12", L"12"},          // blanks are swallowed
+    {L"1", L"0", L"1e38", 0, L"", L"9e39", L"9e3", L"9e3"},      // past the float range is out of range
+};
+
+TEST(NumEditEx, TypedTextIsFilteredAndCheckedWhenTheFocusLeaves)
+{
+    HostDialog host = MakeHost();
+    CNumEditEx edit;
+    host.onInit = [&](HWND dialog) { ASSERT_TRUE(edit.SubclassDlgItem(IDC_NUM, CWnd::FromHandle(dialog))); };
+    ASSERT_TRUE(host.RunModal([&](HostDialog& h) {
+        for (const TypingRow& row : kTyping)
+        {
+            h.OnDialogThread([&] {
+                edit.m_bIntegerOnly = row.integerOnly;
+                edit.SetAllValue(row.def, row.min, row.max);
+                edit.SetWindowText(row.start);
+                edit.SetSel(0, 0);
+            });
+            h.Focus(IDC_NUM);
+            input::Type(row.typed);
+            h.Settle();
+            EXPECT_EQ(h.Text(IDC_NUM), row.shown) << "typing " << testing::PrintToString(std::wstring(row.typed));
+            DWORD start = 0, end = 0;
+            ::SendMessageW(h.Item(IDC_NUM), EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+            EXPECT_EQ(start, end);
+            EXPECT_EQ(static_cast<int>(end), static_cast<int>(wcslen(row.shown)));
+            h.Focus(IDC_OTHER);
+            EXPECT_EQ(h.Text(IDC_NUM), row.left) << "typing " << testing::PrintToString(std::wstring(row.typed));
+        }
+    }));
+}
+
+struct Tip
+{
+    HWND edit;
+    std::wstring text;
+    bool visible;
+};
+
+// The tool tip of the edit's thread that holds tool 1 of the edit.
+Tip FindTip(HWND edit)
+{
+    Tip search{edit, L"", false};
+    ::EnumThreadWindows(::GetWindowThreadProcessId(edit, nullptr), [](HWND window, LPARAM data) -> BOOL {
+        auto* s = reinterpret_cast<Tip*>(data);
+        wchar_t name[32] = L"";
+        ::GetClassNameW(window, name, 32);
+        if (lstrcmpiW(name, TOOLTIPS_CLASSW) != 0)
+            return TRUE;
+        wchar_t buffer[256] = L"";
+        TOOLINFOW info{};
+        info.cbSize = TTTOOLINFOW_V2_SIZE;
+        info.hwnd = s->edit;
+        info.uId = 1;
+        info.lpszText = buffer;
+        ::SendMessageW(window, TTM_GETTEXTW, 256, reinterpret_cast<LPARAM>(&info));
+        if (buffer[0] != L'\0')
+        {
+            s->text = buffer;
+            s->visible = ::IsWindowVisible(window) != FALSE;
+        }
+        return TRUE;
+    }, reinterpret_cast<LPARAM>(&search));
+    return search;
+}
+
+struct TipRow
+{
+    const wchar_t *def, *min, *max;
+    const wchar_t* tip;
+};
+
+const TipRow kTips[] = {
+    {L"50", L"10", L"100", L"最小值:10\n最大值:100\n默认值:50"},   // the caller's texts as written
+    {L"5", L"1", L"3", L"最小值:1\n最大值:3\n默认值:3"},           // clamped: the stored numbers
+    {L"50.0", L"10", L"1e2", L"最小值:10\n最大值:1e2\n默认值:50.0"},
+    {L"2", L"5", L"1", L"最小值:1\n最大值:1\n默认值:1"},          // min above max: minimum = max
+};
+
+TEST(NumEditEx, ToolTipStatesTheRangeAndTheDefault)
+{
+    HostDialog host = MakeHost();
+    CNumEditEx edit;
+    host.onInit = [&](HWND dialog) { edit.SubclassDlgItem(IDC_NUM, CWnd::FromHandle(dialog)); };
+    ASSERT_TRUE(host.RunModal([&](HostDialog& h) {
+        for (const TipRow& row : kTips)
+        {
+            h.Focus(IDC_OTHER);
+            h.OnDialogThread([&] { edit.SetAllValue(row.def, row.min, row.max); });
+            h.Focus(IDC_NUM);
+            EXPECT_EQ(FindTip(h.Item(IDC_NUM)).text, row.tip);
+        }
+        input::MoveTo(h.Item(IDC_NUM), 10, 5);
+        input::MoveTo(h.Item(IDC_NUM), 12, 6);
+        ::Sleep(1200);
+        h.Settle();
+        EXPECT_TRUE(FindTip(h.Item(IDC_NUM)).visible);
+    }));
+}
+
+TEST(NumEditEx, SettingValuesShowsTheClampedDefault)
+{
+    HostDialog host = MakeHost();
+    CNumEditEx edit;
+    host.onInit = [&](HWND dialog) { edit.SubclassDlgItem(IDC_NUM, CWnd::FromHandle(dialog)); };
+    std::vector<std::wstring> shown;
+    std::vector<double> values;
+    ASSERT_TRUE(host.RunModal([&](HostDialog& h) {
+        auto show = [&](auto set) {
+            h.OnDialogThread([&] { set(); values.push_back(edit.GetValue()); });
+            shown.push_back(h.Text(IDC_NUM));
+        };
+        show([&] { edit.SetAllValue(5.0, 1.0, 3.0); });
+        show([&] { edit.SetAllValue(2.5, 0.0, 10.0); });
+        show([&] { edit.SetDefaultValue(-4.0); });
+        show([&] { edit.SetAllValue(L"x", L"", L""); });
+        show([&] { edit.SetAllValue(L"7", L"5", L""); });
+    }));
+    EXPECT_EQ(shown, (std::vector<std::wstring>{L"3", L"2.5", L"0", L"0", L"7"}));
+    EXPECT_EQ(values, (std::vector<double>{3.0, 2.5, 0.0, 0.0, 7.0}));
+}
+
+} // namespace

@@ -1,0 +1,217 @@
+// main.cpp - the gallery: one dialog, as the suite's applications make
+// them, showing the library's controls section by section.
+//
+//   gallery                      run it
+//   gallery --screenshot F.png   lay it out, paint it, save a picture, exit
+#include "Gallery.h"
+
+#include "common/WindowImage.h"
+
+#include <algorithm>
+#include <cwchar>
+#include <memory>
+#include <string>
+
+namespace gallery {
+
+std::vector<Page>& PageList()
+{
+    static std::vector<Page> pages;
+    return pages;
+}
+
+// Pages register before main() in no set order; their id hundreds order them.
+bool AddPage(Page page)
+{
+    auto& pages = PageList();
+    const auto firstId = [](const Page& p) { return p.items.empty() ? 0 : p.items.front().id; };
+    auto at = pages.begin();
+    while (at != pages.end() && firstId(*at) < firstId(page))
+        ++at;
+    pages.insert(at, std::move(page));
+    return true;
+}
+
+const std::vector<Page>& Pages()
+{
+    return PageList();
+}
+
+} // namespace gallery
+
+namespace {
+
+constexpr short kMargin = 7;
+
+void PutText(std::vector<WORD>& out, const wchar_t* text)
+{
+    for (; text != nullptr && *text != L'\0'; ++text)
+        out.push_back(static_cast<WORD>(*text));
+    out.push_back(0);
+}
+
+void PutItem(std::vector<WORD>& out, DWORD style, short x, short y, short cx, short cy, WORD id,
+             const wchar_t* className, const wchar_t* text)
+{
+    if (out.size() % 2 != 0)
+        out.push_back(0);
+    for (DWORD value : {style | WS_CHILD | WS_VISIBLE, DWORD(0)})
+    {
+        out.push_back(LOWORD(value));
+        out.push_back(HIWORD(value));
+    }
+    for (short value : {x, y, cx, cy})
+        out.push_back(static_cast<WORD>(value));
+    out.push_back(id);
+    PutText(out, className);
+    PutText(out, text);
+    out.push_back(0);
+}
+
+// The sections two to a row, each framed by a group box with its title.
+// Item count and size are written into the header once known.
+std::vector<WORD> BuildTemplate()
+{
+    std::vector<WORD> out;
+    for (DWORD value : {DWORD(DS_SETFONT | DS_MODALFRAME | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU), DWORD(0)})
+    {
+        out.push_back(LOWORD(value));
+        out.push_back(HIWORD(value));
+    }
+    out.insert(out.end(), {0, 0, 0, 0, 0, 0, 0});  // count, x, y, cx, cy, no menu, standard class
+    PutText(out, L"QMUtil 控件示例");
+    out.push_back(9);
+    PutText(out, L"宋体");
+    const auto& pages = gallery::Pages();
+    WORD count = 0;
+    short x = kMargin, y = kMargin, rowHeight = 0, width = 0;
+    for (size_t i = 0; i < pages.size(); ++i)
+    {
+        const gallery::Page& page = pages[i];
+        PutItem(out, BS_GROUPBOX, x, y, page.cx, page.cy, 0xFFFF, L"BUTTON", page.title);
+        ++count;
+        for (const gallery::Item& item : page.items)
+        {
+            PutItem(out, item.style, x + item.x, y + 12 + item.y, item.cx, item.cy, item.id, item.className, item.text);
+            ++count;
+        }
+        rowHeight = std::max(rowHeight, page.cy);
+        width = std::max<short>(width, x + page.cx + kMargin);
+        x += page.cx + kMargin;
+        if (i % 2 == 1)
+        {
+            x = kMargin;
+            y += rowHeight + kMargin;
+            rowHeight = 0;
+        }
+    }
+    out[4] = count;
+    out[7] = static_cast<WORD>(width);
+    out[8] = static_cast<WORD>(y + rowHeight + kMargin);
+    return out;
+}
+
+INT_PTR CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM)
+{
+    switch (message)
+    {
+    case WM_INITDIALOG:
+        for (const gallery::Page& page : gallery::Pages())
+            if (page.init)
+                page.init(dialog);
+        return TRUE;
+    case WM_COMMAND:
+        if (LOWORD(wParam) == IDCANCEL)
+        {
+            ::EndDialog(dialog, IDCANCEL);
+            return TRUE;
+        }
+        for (const gallery::Page& page : gallery::Pages())
+            if (page.command && page.command(dialog, LOWORD(wParam), HIWORD(wParam)))
+                return TRUE;
+        return FALSE;
+    default:
+        return FALSE;
+    }
+}
+
+void Pump(DWORD milliseconds)
+{
+    const DWORD start = ::GetTickCount();
+    while (::GetTickCount() - start < milliseconds)
+    {
+        MSG msg;
+        while (::PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE))
+        {
+            ::TranslateMessage(&msg);
+            ::DispatchMessageW(&msg);
+        }
+        ::Sleep(10);
+    }
+}
+
+// Points the mouse at the control a page named, so that its tool tip is in
+// the picture too.
+void Hover(HWND dialog)
+{
+    for (const gallery::Page& page : gallery::Pages())
+    {
+        RECT rect{};
+        if (page.hoverId == 0 || !::GetWindowRect(::GetDlgItem(dialog, page.hoverId), &rect))
+            continue;
+        ::SetFocus(::GetDlgItem(dialog, page.hoverId));
+        INPUT move{};
+        move.type = INPUT_MOUSE;
+        move.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
+        move.mi.dx = (rect.left + 12) * 65535 / (::GetSystemMetrics(SM_CXSCREEN) - 1);
+        move.mi.dy = (rect.top + 6) * 65535 / (::GetSystemMetrics(SM_CYSCREEN) - 1);
+        ::SendInput(1, &move, sizeof(move));
+        return;
+    }
+}
+
+int Screenshot(const std::vector<WORD>& dialogTemplate, const wchar_t* path)
+{
+    HWND dialog = ::CreateDialogIndirectParamW(::GetModuleHandleW(nullptr),
+                                               reinterpret_cast<LPCDLGTEMPLATEW>(dialogTemplate.data()), nullptr,
+                                               &DialogProc, 0);
+    if (dialog == nullptr)
+        return 1;
+    ::ShowWindow(dialog, SW_SHOW);
+    ::SetForegroundWindow(dialog);
+    Pump(300);
+    Hover(dialog);
+    Pump(1500);
+    ::RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+    Pump(200);
+    HBITMAP picture = qmimage::CaptureWindow(dialog);
+    const HRESULT hr = picture == nullptr ? E_FAIL : qmimage::SavePng(picture, path);
+    if (picture != nullptr)
+        ::DeleteObject(picture);
+    ::DestroyWindow(dialog);
+    if (FAILED(hr))
+        fwprintf(stderr, L"gallery: cannot write %ls (0x%08lX)\n", path, static_cast<unsigned long>(hr));
+    return FAILED(hr) ? 1 : 0;
+}
+
+} // namespace
+
+int wmain(int argc, wchar_t** argv)
+{
+    const bool screenshot = argc == 3 && std::wstring(argv[1]) == L"--screenshot";
+    if (argc != 1 && !screenshot)
+    {
+        fwprintf(stderr, L"usage: gallery [--screenshot FILE.png]\n");
+        return 2;
+    }
+    ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    const INITCOMMONCONTROLSEX classes{sizeof(INITCOMMONCONTROLSEX), ICC_WIN95_CLASSES | ICC_DATE_CLASSES};
+    ::InitCommonControlsEx(&classes);
+    const std::vector<WORD> dialogTemplate = BuildTemplate();
+    const int result = screenshot ? Screenshot(dialogTemplate, argv[2])
+                                  : (::DialogBoxIndirectParamW(::GetModuleHandleW(nullptr),
+                                                               reinterpret_cast<LPCDLGTEMPLATEW>(dialogTemplate.data()),
+                                                               nullptr, &DialogProc, 0) == -1);
+    ::CoUninitialize();
+    return result;
+}
