@@ -64,5 +64,6 @@
 #include "fs/PathParts.h"
 
 // Dialog controls
+#include "controls/FlatHeaderCtrl.h"
 #include "controls/ItemHelpers.h"
 #include "controls/NumEditEx.h"

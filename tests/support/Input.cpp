@@ -73,4 +73,16 @@ void Click(HWND window, int x, int y)
     Send({MouseInput(MOUSEEVENTF_LEFTDOWN), MouseInput(MOUSEEVENTF_LEFTUP)});
 }
 
+void Press(HWND window, int x, int y)
+{
+    MoveTo(window, x, y);
+    Send({MouseInput(MOUSEEVENTF_LEFTDOWN)});
+}
+
+void Release(HWND window, int x, int y)
+{
+    MoveTo(window, x, y);
+    Send({MouseInput(MOUSEEVENTF_LEFTUP)});
+}
+
 } // namespace input

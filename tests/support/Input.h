@@ -17,5 +17,8 @@ void Key(WORD virtualKey);
 void Type(const wchar_t* text);
 void MoveTo(HWND window, int x, int y);
 void Click(HWND window, int x, int y);
+// The left button alone: a drag is Press, some MoveTo calls, then Release.
+void Press(HWND window, int x, int y);
+void Release(HWND window, int x, int y);
 
 } // namespace input
