@@ -20,6 +20,9 @@
 #include "platform/Geometry.h"
 #include "platform/Module.h"
 
+// Automation dates
+#include "platform/ole/OleDateTime.h"
+
 // Windows: CWnd, message tables, the control wrappers, device contexts
 #include "platform/win/ColorDialog.h"
 #include "platform/win/Controls.h"
@@ -65,5 +68,10 @@
 
 // Dialog controls
 #include "controls/FlatHeaderCtrl.h"
+#include "controls/InPlaceComboBox.h"
+#include "controls/InPlaceCtrl.h"
+#include "controls/InPlaceDateTimeCtrl.h"
+#include "controls/InPlaceEdit.h"
 #include "controls/ItemHelpers.h"
+#include "controls/ListCtrlEx.h"
 #include "controls/NumEditEx.h"
