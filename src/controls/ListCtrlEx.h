@@ -72,12 +72,15 @@ struct SORTITEM
 
 class CListCtrlEx;
 
-// What a compare function gets as its third argument.
+// What a compare function gets as its third argument. Sorts by mode read
+// the column's texts once, before sorting, into pTexts (by row index);
+// CompareStringW and CompareNumber read those when present, else the list.
 struct SORTINFO
 {
     CListCtrlEx* pList;
     int nColumn;     // real column
     int bAscending;
+    const CString* pTexts = nullptr;
 };
 
 class QM_API CListCtrlEx : public CListCtrl

@@ -137,7 +137,7 @@ int CListCtrlEx::SortColumn(int realCol, PFNLVCOMPARE compare, BOOL ascending)
     if (compare == nullptr)
         return 0;
     const std::vector<DWORD_PTR> saved = LendItemData(*this);
-    const SORTINFO info{this, realCol, ascending};
+    const SORTINFO info{this, realCol, ascending, nullptr};
     const BOOL result = SortRows(*this, compare, info);
     ReturnItemData(*this, saved);
     return result;
@@ -149,7 +149,18 @@ int CListCtrlEx::SortColumn(int realCol, SORT_MODE mode, BOOL ascending)
                                  : mode == SORT_NUMBER ? &CListCtrlEx::CompareNumber
                                                        : nullptr;
     const std::vector<DWORD_PTR> saved = LendItemData(*this);
-    const SORTINFO info{this, realCol, ascending};
+    std::vector<CString> texts;
+    try
+    {
+        texts.resize(compare != nullptr ? saved.size() : 0);
+    }
+    catch (const std::bad_alloc&)
+    {
+        AfxThrowMemoryException();
+    }
+    for (size_t row = 0; row < texts.size(); ++row)
+        texts[row] = CListCtrl::GetItemText(static_cast<int>(row), realCol);
+    const SORTINFO info{this, realCol, ascending, texts.empty() ? nullptr : texts.data()};
     if (compare != nullptr)
         SortRows(*this, compare, info);
     CString number;
@@ -164,11 +175,20 @@ int CListCtrlEx::SortColumn(int realCol, SORT_MODE mode, BOOL ascending)
     return 0;
 }
 
+namespace {
+
+CString SortText(const SORTINFO* sort, LPARAM row)
+{
+    return sort->pTexts != nullptr ? sort->pTexts[row]
+                                   : sort->pList->CListCtrl::GetItemText(static_cast<int>(row), sort->nColumn);
+}
+
+} // namespace
+
 int CALLBACK CListCtrlEx::CompareStringW(LPARAM row1, LPARAM row2, LPARAM info)
 {
     const SORTINFO* sort = reinterpret_cast<const SORTINFO*>(info);
-    const CString first = sort->pList->CListCtrl::GetItemText(static_cast<int>(row1), sort->nColumn);
-    const CString second = sort->pList->CListCtrl::GetItemText(static_cast<int>(row2), sort->nColumn);
+    const CString first = SortText(sort, row1), second = SortText(sort, row2);
     return sort->bAscending ? first.CompareNoCase(second) : second.CompareNoCase(first);
 }
 
@@ -176,8 +196,7 @@ int CALLBACK CListCtrlEx::CompareStringW(LPARAM row1, LPARAM row2, LPARAM info)
 int CALLBACK CListCtrlEx::CompareNumber(LPARAM row1, LPARAM row2, LPARAM info)
 {
     const SORTINFO* sort = reinterpret_cast<const SORTINFO*>(info);
-    const double first = _wtof(sort->pList->CListCtrl::GetItemText(static_cast<int>(row1), sort->nColumn));
-    const double second = _wtof(sort->pList->CListCtrl::GetItemText(static_cast<int>(row2), sort->nColumn));
+    const double first = _wtof(SortText(sort, row1)), second = _wtof(SortText(sort, row2));
     return (sort->bAscending ? first > second : second > first) ? 1 : -1;
 }
 

@@ -74,8 +74,14 @@ struct Grid
 
     void OpenEditor(int row, int column)
     {
-        if (column == NAME || column == COUNT || column == NOTE)
+        if (column == NAME || column == NOTE)
             list.ShowInPlaceEdit(row, column);
+        else if (column == COUNT)
+        {
+            CInPlaceEdit* edit = list.ShowInPlaceEdit(row, column);
+            edit->SetNumeric(1);
+            edit->SetRange(0.0f, 10.0f);
+        }
         else if (column == DRAWING)
             list.ShowInPlaceEditEx(row, column);
         else if (column == MATERIAL)
@@ -131,11 +137,13 @@ struct Grid
 
     std::wstring Serials() { return Column(-1); }
 
-    bool EditorOpen()
+    bool EditorOpen() { return Editor() != nullptr; }
+
+    CWnd* Editor()
     {
-        bool open = false;
-        host.OnDialogThread([&] { open = list.GetIpPlaceWnd() != nullptr; });
-        return open;
+        CWnd* editor = nullptr;
+        host.OnDialogThread([&] { editor = list.GetIpPlaceWnd(); });
+        return editor;
     }
 };
 
@@ -209,6 +217,45 @@ TEST(ListCtrlEx, EditsEndAsTheParentAnswers)
             EXPECT_EQ(grid.Column(c.column), c.texts) << c.name;
             EXPECT_EQ(grid.Serials(), L"1 2 3 4 ") << c.name;
             EXPECT_EQ(grid.EditorOpen(), c.open) << c.name;
+        }));
+    }
+}
+
+struct TypingCase
+{
+    int column;
+    const wchar_t* typed;
+    const wchar_t* keys;    // virtual keys pressed after typing
+    const wchar_t* shown;   // the open editor's text
+    const wchar_t* begins;
+};
+
+const TypingCase kTyping[] = {
+    {NAME, L"a b", L"", L"ab", L"1,0 "},            // no blanks
+    {NAME, L"a#(", L"", L"a", L"1,0 "},             // these share the keys' codes
+    {COUNT, L"12", L"", L"1", L"1,1 "},             // numeric 0...10: 12 is undone
+    {COUNT, L"-", L"", L"-", L"1,1 "},              // a lone sign or point waits
+    {COUNT, L".", L"", L".", L"1,1 "},
+    {NAME, L"xy", L"\x25", L"xy", L"1,0 "},         // Left inside the text moves the caret
+    {NAME, L"x", L"\x25\x25", L"", L"1,0 0,5 "},    // at its start the cell cursor, wrapping
+    {NAME, L"x", L"\x24", L"梁", L"1,0 0,0 "},       // Home: first row
+};
+
+TEST(ListCtrlEx, TypingIntoAnEdit)
+{
+    for (const TypingCase& c : kTyping)
+    {
+        Grid grid;
+        ASSERT_TRUE(grid.host.RunModal([&](HostDialog& h) {
+            grid.ClickCell(1, c.column);
+            input::Type(c.typed);
+            for (const wchar_t* key = c.keys; *key != L'\0'; ++key)
+                input::Key(*key);
+            h.Settle();
+            CString shown;
+            h.OnDialogThread([&] { grid.list.GetIpPlaceWnd()->GetWindowText(shown); });
+            EXPECT_EQ(std::wstring(shown), c.shown) << c.column << " " << testing::PrintToString(std::wstring(c.typed));
+            EXPECT_EQ(grid.begins, c.begins);
         }));
     }
 }
@@ -293,13 +340,28 @@ TEST(ListCtrlEx, BadArgumentsAndTheTieRule)
             EXPECT_TRUE(qmtest::ThrowsInvalidArg([&] { list.SortColumn(-1, TRUE); }));
             list.SetItemText(0, NOTE, L"x");
             const auto compare = [&](int a, int b, int column) {
-                SORTINFO info{&list, column, TRUE};
+                SORTINFO info{&list, column, TRUE, nullptr};
                 return CListCtrlEx::CompareNumber(a, b, reinterpret_cast<LPARAM>(&info));
             };
             EXPECT_EQ(compare(1, 3, 2) + compare(3, 1, 2), -2);   // 3 and 3
             EXPECT_EQ(compare(0, 1, 1 + NOTE), -1);               // "x" counts as 0
             EXPECT_EQ(compare(2, 1, 2), 1);
             EXPECT_EQ(list.GetItemText(0, 0), L"梁");
+            CInPlaceEdit* edit = list.ShowInPlaceEdit(0, COUNT);
+            edit->SetRange(0.0f, 10.0f);
+            const std::pair<const wchar_t*, int> checks[] = {{L"+", 3}, {L"abc", 2}, {L"12", 1}, {L"5", 0}, {L"", 2}};
+            for (const auto& check : checks)
+                EXPECT_EQ(edit->CheckText(check.first), check.second) << testing::PrintToString(std::wstring(check.first));
+            edit->SetWindowText(L"-.");
+            EXPECT_EQ(edit->CheckValue(), 4);
+            edit->SetValue(2.5f);
+            edit->SetValue(3.0f);
+            CString text;
+            edit->GetWindowText(text);
+            EXPECT_EQ(text, L"3.0");  // decimals never shrink
+            list.SetColumnWidth(1 + NOTE, 3);
+            EXPECT_FALSE(list.ShowInPlaceEdit(0, NOTE)->IsWindowVisible());  // too narrow
+            EXPECT_NE(list.GetIpPlaceWnd(), nullptr);
         });
     }));
 }
@@ -334,8 +396,6 @@ TEST(ListCtrlEx, TheCurrentCellIsSunkenOnlyInKeyboardMode)
         EXPECT_NE(at(0, 0), ::GetSysColor(COLOR_BTNSHADOW));
         input::Key(VK_DOWN);
         h.Settle();
-        ::CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-        Screenshot(h.Window()).SavePng(L"list_current_cell.png");
         EXPECT_EQ(at(0, 0), ::GetSysColor(COLOR_BTNSHADOW));
         EXPECT_EQ(at(1, 1), ::GetSysColor(COLOR_3DDKSHADOW));
         EXPECT_EQ(at(cell.Width() - 1, cell.Height() - 1), ::GetSysColor(COLOR_BTNFACE));
