@@ -111,7 +111,7 @@ std::vector<WORD> BuildTemplate()
     return out;
 }
 
-INT_PTR CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM)
+INT_PTR CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message)
     {
@@ -131,6 +131,15 @@ INT_PTR CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM)
                 return TRUE;
         return FALSE;
     default:
+        for (const gallery::Page& page : gallery::Pages())
+        {
+            LRESULT result = 0;
+            if (page.message && page.message(dialog, message, wParam, lParam, result))
+            {
+                ::SetWindowLongPtrW(dialog, DWLP_MSGRESULT, result);
+                return TRUE;
+            }
+        }
         return FALSE;
     }
 }
@@ -181,6 +190,9 @@ int Screenshot(const std::vector<WORD>& dialogTemplate, const wchar_t* path)
     ::SetForegroundWindow(dialog);
     Pump(300);
     Hover(dialog);
+    for (const gallery::Page& page : gallery::Pages())
+        if (page.pose)
+            page.pose(dialog);
     Pump(1500);
     ::RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
     Pump(200);
