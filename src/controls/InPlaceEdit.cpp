@@ -229,7 +229,12 @@ void CInPlaceEdit::OnKillFocus(CWnd* newWnd)
     GetWindowText(text);
     if (!SendInPlaceMsg(this, IPN_VALIDATE, text) || target == nullptr || !::IsWindow(target))
         return;
+    POINT cursor{};
+    ::GetCursorPos(&cursor);
+    const bool pressedThere = (::GetKeyState(VK_LBUTTON) & 0x8000) != 0 && ::WindowFromPoint(cursor) == target;
     ::SetFocus(target);
+    if (pressedThere)
+        return;
     ::SendMessageW(target, WM_LBUTTONDOWN, 0, 0);
     ::SendMessageW(target, WM_LBUTTONUP, 0, 0);
 }

@@ -16,7 +16,9 @@
 // the edit's own browse button does not count as one, so the text is still
 // validated once the user leaves both. When the list accepts the text on a
 // focus loss the window that took the focus is sent a button press and
-// release, so the click still reaches it.
+// release, so the click still reaches it - unless the user's own press is
+// under way on that window: a button clicked to leave the edit is clicked
+// once, never twice (think of a Delete button).
 //
 // Numeric mode checks the text after every character: a number outside the
 // range or a text that is no number is undone and the rest of the typed

@@ -148,13 +148,14 @@ struct Grid
 };
 
 // What the dialog got of the list's editing talk: LVN_BEGINLABELEDITW and
-// WM_INPLACE_CTRL (IPN_CLOSED and IPN_CANCEL stay with the list); the
-// list's other notifications are left out.
+// WM_INPLACE_CTRL (IPN_CLOSED and IPN_CANCEL stay with the list), and the
+// OK button's clicks; the list's other notifications are left out.
 std::vector<ReceivedMsg> EditingTalk(const HostDialog& host)
 {
     std::vector<ReceivedMsg> talk;
     for (const ReceivedMsg& msg : host.Received())
-        if (msg.message == WM_INPLACE_CTRL || (msg.message == WM_NOTIFY && msg.code == LVN_BEGINLABELEDITW))
+        if (msg.message == WM_INPLACE_CTRL || (msg.message == WM_NOTIFY && msg.code == LVN_BEGINLABELEDITW) ||
+            (msg.message == WM_COMMAND && msg.wParam == MAKEWPARAM(IDC_OK, BN_CLICKED)))
             talk.push_back({msg.message, msg.wParam, 0, msg.code});
     return talk;
 }
@@ -162,6 +163,7 @@ std::vector<ReceivedMsg> EditingTalk(const HostDialog& host)
 const ExpectedMsg B = {WM_NOTIFY, 0, IDC_GRID, static_cast<UINT>(LVN_BEGINLABELEDITW)};
 const ExpectedMsg V = {WM_INPLACE_CTRL, 0, IPN_VALIDATE, 0};
 const ExpectedMsg K = {WM_INPLACE_CTRL, 0, IPN_BUTTON, 0};
+const ExpectedMsg O = {WM_COMMAND, 0, MAKEWPARAM(IDC_OK, BN_CLICKED), 0};
 const ExpectedMsg E = {0, 0, 0, 0};
 
 struct EditCase
@@ -179,6 +181,8 @@ struct EditCase
 const EditCase kEdits[] = {
     {"Enter accepts", [](Grid& g) { g.ClickCell(0, NAME); input::Type(L"C30"); input::Key(VK_RETURN); },
      {B, V, E}, L"0,0 ", L"C30 柱 板 墙 ", COUNT, L"12 3 100 3 ", false},
+    {"Enter in the list edits the next column", [](Grid& g) { g.ClickCell(1, -1); input::Key(VK_RETURN); input::Type(L"E"); input::Key(VK_RETURN); },
+     {B, V, E}, L"1,0 ", L"梁 E 板 墙 ", COUNT, L"12 3 100 3 ", false},
     {"a refused text stays open", [](Grid& g) { g.ClickCell(1, NAME); input::Type(L"bad"); input::Key(VK_RETURN); },
      {B, V, E}, L"1,0 ", L"梁 柱 板 墙 ", COUNT, L"12 3 100 3 ", true},
     {"Escape cancels", [](Grid& g) { g.ClickCell(0, COUNT); input::Type(L"77"); input::Key(VK_ESCAPE); },
@@ -189,6 +193,8 @@ const EditCase kEdits[] = {
      {B, V, B, E}, L"0,5 1,0 ", L"梁 柱 板 墙 ", NOTE, L"n    ", false},
     {"a click on another row stores first", [](Grid& g) { g.ClickCell(0, NAME); input::Type(L"Q2"); g.ClickCell(3, COUNT); input::Key(VK_ESCAPE); },
      {B, V, B, E}, L"0,0 3,1 ", L"Q2 柱 板 墙 ", COUNT, L"12 3 100 3 ", false},
+    {"a click elsewhere stores, and still clicks", [](Grid& g) { g.ClickCell(0, NAME); input::Type(L"Z"); input::Click(g.host.Item(IDC_OK), 5, 5); },
+     {B, V, O, E}, L"0,0 ", L"Z 柱 板 墙 ", COUNT, L"12 3 100 3 ", false},
     {"a combo choice", [](Grid& g) { g.ClickCell(1, MATERIAL); input::Key(VK_F4); input::Key(VK_DOWN); input::Key(VK_RETURN); },
      {B, V, E}, L"1,2 ", L"梁 柱 板 墙 ", MATERIAL, L"钢 铜 铜 钢 ", false},
     {"a date", [](Grid& g) { g.ClickCell(3, DATE); input::Key(VK_RETURN); },
