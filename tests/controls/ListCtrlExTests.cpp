@@ -336,7 +336,7 @@ TEST(ListCtrlEx, RowsMoveTheirTextsAndTheNumbersStay)
     }
 }
 
-TEST(ListCtrlEx, BadArgumentsAndTheTieRule)
+TEST(ListCtrlEx, EditorsColumnsBadArgumentsAndTheTieRule)
 {
     Grid grid;
     ASSERT_TRUE(grid.host.RunModal([&](HostDialog& h) {
@@ -365,6 +365,38 @@ TEST(ListCtrlEx, BadArgumentsAndTheTieRule)
             CString text;
             edit->GetWindowText(text);
             EXPECT_EQ(text, L"3.0");  // decimals never shrink
+            CRect row, rect;
+            list.GetItemRect(0, row, LVIR_BOUNDS);
+            using Open = CWnd* (*)(CListCtrlEx&);
+            const struct { Open open; int id; DWORD style; int height; } editors[] = {  // height 0: grows to fit
+                {[](CListCtrlEx& l) -> CWnd* { return l.ShowInPlaceEdit(0, NAME); }, 10001, 0x508000C4, 0},
+                {[](CListCtrlEx& l) -> CWnd* { return l.ShowInPlaceEditEx(0, DRAWING); }, 10001, 0x50800080, 0},
+                {[](CListCtrlEx& l) -> CWnd* { return l.GetDlgItem(10003); }, 10003, 0x50000000, 0},
+                {[](CListCtrlEx& l) -> CWnd* { return l.ShowInPlaceComboBox(0, MATERIAL); }, 10002, 0x50200803, 96 * row.Height()},
+                {[](CListCtrlEx& l) -> CWnd* { return l.ShowInPlaceDateTimeCtrl(0, DATE); }, 10004, 0x50010024, row.Height() * 3 / 2},
+            };
+            for (const auto& e : editors)
+            {
+                CWnd* editor = e.open(list);
+                editor->GetWindowRect(rect);
+                int height = rect.Height();
+                if (e.id == 10002)  // the drop list below the closed box
+                {
+                    static_cast<CComboBox*>(editor)->GetDroppedControlRect(rect);
+                    height += rect.Height();
+                }
+                // The platform keeps an edit's border and a combo's scroll bar to itself.
+                const DWORD kept = WS_BORDER | WS_VSCROLL;
+                EXPECT_EQ(editor->GetDlgCtrlID(), e.id);
+                EXPECT_EQ((editor->GetStyle() | kept) & ~WS_CLIPSIBLINGS, e.style | kept) << e.id;
+                EXPECT_TRUE(e.height == 0 || height == e.height) << e.id << " " << height;
+            }
+            CFlatHeaderCtrl* header = static_cast<CFlatHeaderCtrl*>(CWnd::FromHandlePermanent(ListView_GetHeader(grid.List())));
+            HDITEMEX serial, name;
+            ASSERT_TRUE(header != nullptr && header->GetItemEx(0, &serial) && header->GetItemEx(1, &name));
+            EXPECT_EQ(serial.nStyle & 5u, 5u);  // fitted and fixed
+            EXPECT_EQ(serial.strToolTip, L"序号");
+            EXPECT_EQ(name.strToolTip, L"名称");
             list.SetColumnWidth(1 + NOTE, 3);
             EXPECT_FALSE(list.ShowInPlaceEdit(0, NOTE)->IsWindowVisible());  // too narrow
             EXPECT_NE(list.GetIpPlaceWnd(), nullptr);
