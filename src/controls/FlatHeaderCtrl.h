@@ -24,7 +24,9 @@
 // dropping on the column's own place or the next moves nothing and shows no
 // marker. The release sends HDN_ENDDRAG; a non-zero answer keeps the order.
 // Released outside the header, nothing moves: a drop the user cannot see on
-// the header never reorders the columns.
+// the header never reorders the columns. A column with HDF_EX_PERSISTENT
+// released over the drop-target window (property 5) moves nothing either;
+// the parent learns of the drop from HDN_ENDDRAG and does what it means.
 //
 // In auto-size mode (property 7) the columns always fill the parent's client
 // width, each within its minimum and maximum; rounding leftovers go one pixel
