@@ -23,6 +23,9 @@
 #include "platform/ole/OleDispatchDriver.h"
 #include "platform/ole/OleVariant.h"
 
+// Automation dates
+#include "platform/ole/OleDateTime.h"
+
 // Windows: CWnd, message tables, the control wrappers, device contexts
 #include "platform/win/ColorDialog.h"
 #include "platform/win/Controls.h"
@@ -74,5 +77,10 @@
 #include "controls/ColorButtonEx.h"
 #include "controls/ColorPickerEx.h"
 #include "controls/FlatHeaderCtrl.h"
+#include "controls/InPlaceComboBox.h"
+#include "controls/InPlaceCtrl.h"
+#include "controls/InPlaceDateTimeCtrl.h"
+#include "controls/InPlaceEdit.h"
 #include "controls/ItemHelpers.h"
+#include "controls/ListCtrlEx.h"
 #include "controls/NumEditEx.h"

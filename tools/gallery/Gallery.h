@@ -37,6 +37,12 @@ struct Page
     std::function<bool(HWND dialog, WORD id, WORD code)> command;
     // Where the screenshot should point the mouse (a tool tip), if anywhere.
     WORD hoverId = 0;
+    // Any other message (WM_NOTIFY, a control's private message); true when
+    // the page handled it, `result` going back to the sender.
+    std::function<bool(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)> message = nullptr;
+    // Runs once the dialog is up, before the screenshot is taken: puts the
+    // page in the state the picture should show.
+    std::function<void(HWND dialog)> pose = nullptr;
 };
 
 bool AddPage(Page page);

@@ -128,7 +128,7 @@ std::vector<WORD> BuildTemplate()
     return out;
 }
 
-INT_PTR CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM)
+INT_PTR CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message)
     {
@@ -148,6 +148,15 @@ INT_PTR CALLBACK DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM)
                 return TRUE;
         return FALSE;
     default:
+        for (const gallery::Page& page : gallery::Pages())
+        {
+            LRESULT result = 0;
+            if (page.message && page.message(dialog, message, wParam, lParam, result))
+            {
+                ::SetWindowLongPtrW(dialog, DWLP_MSGRESULT, result);
+                return TRUE;
+            }
+        }
         return FALSE;
     }
 }
@@ -198,6 +207,9 @@ int Screenshot(const std::vector<WORD>& dialogTemplate, const wchar_t* path)
     ::SetForegroundWindow(dialog);
     Pump(300);
     Hover(dialog);
+    for (const gallery::Page& page : gallery::Pages())
+        if (page.pose)
+            page.pose(dialog);
     Pump(1500);
     for (const auto& step : gallery::ScreenshotSteps())
         step(dialog);

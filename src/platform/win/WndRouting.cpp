@@ -253,6 +253,10 @@ bool CWndRouting::PreTranslate(MSG* msg)
                 FilterToolTip(wnd, msg);
             if (wnd->PreTranslateMessage(msg))
                 return true;
+            // The window went while it looked at the message (an editor
+            // closed by its own Enter key): its parents do not see it.
+            if (!::IsWindow(hWnd))
+                return false;
         }
         hWnd = parent;
     }

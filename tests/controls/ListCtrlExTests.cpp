@@ -1,0 +1,446 @@
+// The editable list inside a host's modal dialog whose window procedure
+// answers as an application of the suite does: it picks an editor per
+// column on LVN_BEGINLABELEDITW, refuses the text "bad" on IPN_VALIDATE and
+// fills the record with a drawing's path on IPN_BUTTON. Input goes through
+// the real queue; what the dialog receives is compared with tables.
+#include <QMUtil.h>
+
+#include "support/HostDialog.h"
+#include "support/Input.h"
+#include "support/Screenshot.h"
+#include "support/Throws.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+enum : WORD { IDC_GRID = 101, IDC_OK = 102 };
+enum UserColumn { NAME, COUNT, MATERIAL, DATE, DRAWING, NOTE };  // real column = user + 1
+const wchar_t* const kPath = L"D:\\图纸\\梁.dwg";
+
+struct Grid
+{
+    HostDialog host{{{WC_LISTVIEWW, L"", LVS_REPORT | WS_BORDER | WS_TABSTOP, IDC_GRID, 5, 5, 330, 110},
+                     {L"BUTTON", L"OK", BS_PUSHBUTTON | WS_TABSTOP, IDC_OK, 5, 120, 40, 14}},
+                    340, 140};
+    CListCtrlEx list;
+    std::wstring begins;  // "row,column " of every LVN_BEGINLABELEDITW
+
+    Grid()
+    {
+        host.onInit = [this](HWND dialog) { Fill(dialog); };
+        host.onMessage = [this](UINT message, WPARAM code, LPARAM lParam, LRESULT& result) {
+            return Answer(message, code, lParam, result);
+        };
+    }
+
+    void Fill(HWND dialog)
+    {
+        list.SubclassDlgItem(IDC_GRID, CWnd::FromHandle(dialog));
+        list.ModifyStyleEx(LVEX_SERIALNO, 0);
+        const wchar_t* headings[] = {L"名称", L"数量", L"材料", L"日期", L"图纸", L"备注"};
+        for (int column = 0; column < 6; ++column)
+            list.InsertColumn(column, headings[column], LVCFMT_LEFT, 70);
+        const wchar_t* rows[][3] = {{L"梁", L"12", L"钢"}, {L"柱", L"3", L"铝"}, {L"板", L"100", L"铜"}, {L"墙", L"3", L"钢"}};
+        for (int row = 0; row < 4; ++row)
+        {
+            list.InsertItem(row, rows[row][0]);
+            list.SetItemText(row, COUNT, rows[row][1]);
+            list.SetItemText(row, MATERIAL, rows[row][2]);
+        }
+        list.SetSort(1 + NAME, SORT_STRING);
+        list.SetSort(1 + COUNT, SORT_NUMBER);
+    }
+
+    bool Answer(UINT message, WPARAM code, LPARAM lParam, LRESULT& result)
+    {
+        if (message == WM_NOTIFY && reinterpret_cast<NMHDR*>(lParam)->code == LVN_BEGINLABELEDITW)
+        {
+            const LVITEMW& item = reinterpret_cast<NMLVDISPINFOW*>(lParam)->item;
+            begins += std::to_wstring(item.iItem) + L"," + std::to_wstring(item.iSubItem) + L" ";
+            OpenEditor(item.iItem, item.iSubItem);
+            return false;
+        }
+        if (message != WM_INPLACE_CTRL)
+            return false;
+        INPLACEMSG* record = reinterpret_cast<INPLACEMSG*>(lParam);
+        if (code == IPN_BUTTON)
+            record->strText = kPath;
+        result = code == IPN_VALIDATE && record->strText == L"bad" ? 1 : 0;
+        return true;
+    }
+
+    void OpenEditor(int row, int column)
+    {
+        if (column == NAME || column == NOTE)
+            list.ShowInPlaceEdit(row, column);
+        else if (column == COUNT)
+        {
+            CInPlaceEdit* edit = list.ShowInPlaceEdit(row, column);
+            edit->SetNumeric(1);
+            edit->SetRange(0.0f, 10.0f);
+        }
+        else if (column == DRAWING)
+            list.ShowInPlaceEditEx(row, column);
+        else if (column == MATERIAL)
+        {
+            CInPlaceComboBox* combo = list.ShowInPlaceComboBox(row, column);
+            for (const wchar_t* material : {L"钢", L"铝", L"铜"})
+                combo->AddString(material);
+            combo->SelectString(-1, list.GetItemText(row, column));
+        }
+        else if (column == DATE)
+        {
+            SYSTEMTIME day{2024, 3, 0, 5, 0, 0, 0, 0};
+            list.ShowInPlaceDateTimeCtrl(row, column)->SetTime(&day);
+        }
+    }
+
+    HWND List() const { return list.GetSafeHwnd(); }
+
+    // Clicks the middle of a cell given by user column.
+    void ClickCell(int row, int column)
+    {
+        CRect cell;
+        host.OnDialogThread([&] {
+            if (column < 0)
+                list.GetItemRect(row, cell, LVIR_LABEL);
+            else
+                list.GetSubItemRect(row, column + 1, LVIR_BOUNDS, cell);
+        });
+        input::Click(List(), cell.CenterPoint().x, cell.CenterPoint().y);
+        host.Settle();
+    }
+
+    void ClickHeader(int realColumn)
+    {
+        const HWND header = ListView_GetHeader(List());
+        CRect item;
+        Header_GetItemRect(header, realColumn, &item);
+        input::Click(header, item.CenterPoint().x, item.CenterPoint().y);
+        host.Settle();
+        ::Sleep(::GetDoubleClickTime());  // the next click is no double-click
+    }
+
+    // One user column of every row, joined by blanks.
+    std::wstring Column(int column)
+    {
+        std::wstring texts;
+        host.OnDialogThread([&] {
+            for (int row = 0; row < list.GetItemCount(); ++row)
+                texts += std::wstring(list.GetItemText(row, column)) + L" ";
+        });
+        return texts;
+    }
+
+    std::wstring Serials() { return Column(-1); }
+
+    bool EditorOpen() { return Editor() != nullptr; }
+
+    CWnd* Editor()
+    {
+        CWnd* editor = nullptr;
+        host.OnDialogThread([&] { editor = list.GetIpPlaceWnd(); });
+        return editor;
+    }
+};
+
+// What the dialog got of the list's editing talk: LVN_BEGINLABELEDITW and
+// WM_INPLACE_CTRL (IPN_CLOSED and IPN_CANCEL stay with the list), and the
+// OK button's clicks; the list's other notifications are left out.
+std::vector<ReceivedMsg> EditingTalk(const HostDialog& host)
+{
+    std::vector<ReceivedMsg> talk;
+    for (const ReceivedMsg& msg : host.Received())
+        if (msg.message == WM_INPLACE_CTRL || (msg.message == WM_NOTIFY && msg.code == LVN_BEGINLABELEDITW) ||
+            (msg.message == WM_COMMAND && msg.wParam == MAKEWPARAM(IDC_OK, BN_CLICKED)))
+            talk.push_back({msg.message, msg.wParam, 0, msg.code});
+    return talk;
+}
+
+const ExpectedMsg B = {WM_NOTIFY, 0, IDC_GRID, static_cast<UINT>(LVN_BEGINLABELEDITW)};
+const ExpectedMsg V = {WM_INPLACE_CTRL, 0, IPN_VALIDATE, 0};
+const ExpectedMsg K = {WM_INPLACE_CTRL, 0, IPN_BUTTON, 0};
+const ExpectedMsg O = {WM_COMMAND, 0, MAKEWPARAM(IDC_OK, BN_CLICKED), 0};
+const ExpectedMsg E = {0, 0, 0, 0};
+
+struct EditCase
+{
+    const char* name;
+    void (*act)(Grid&);
+    ExpectedMsg talk[8];
+    const wchar_t* begins;     // cells the parent was asked to edit
+    const wchar_t* names;      // user column NAME afterwards
+    int column;                // and this user column
+    const wchar_t* texts;
+    bool open;                 // an editor is still open
+};
+
+const EditCase kEdits[] = {
+    {"Enter accepts", [](Grid& g) { g.ClickCell(0, NAME); input::Type(L"C30"); input::Key(VK_RETURN); },
+     {B, V, E}, L"0,0 ", L"C30 柱 板 墙 ", COUNT, L"12 3 100 3 ", false},
+    {"Enter in the list edits the next column", [](Grid& g) { g.ClickCell(1, -1); input::Key(VK_RETURN); input::Type(L"E"); input::Key(VK_RETURN); },
+     {B, V, E}, L"1,0 ", L"梁 E 板 墙 ", COUNT, L"12 3 100 3 ", false},
+    {"a refused text stays open", [](Grid& g) { g.ClickCell(1, NAME); input::Type(L"bad"); input::Key(VK_RETURN); },
+     {B, V, E}, L"1,0 ", L"梁 柱 板 墙 ", COUNT, L"12 3 100 3 ", true},
+    {"Escape cancels", [](Grid& g) { g.ClickCell(0, COUNT); input::Type(L"77"); input::Key(VK_ESCAPE); },
+     {B, E}, L"0,1 ", L"梁 柱 板 墙 ", COUNT, L"12 3 100 3 ", false},
+    {"Tab moves on", [](Grid& g) { g.ClickCell(2, NAME); input::Type(L"P1"); input::Key(VK_TAB); input::Type(L"9"); input::Key(VK_RETURN); },
+     {B, V, B, V, E}, L"2,0 2,1 ", L"梁 柱 P1 墙 ", COUNT, L"12 3 9 3 ", false},
+    {"Tab wraps to the next row", [](Grid& g) { g.ClickCell(0, NOTE); input::Type(L"n"); input::Key(VK_TAB); input::Key(VK_ESCAPE); },
+     {B, V, B, E}, L"0,5 1,0 ", L"梁 柱 板 墙 ", NOTE, L"n    ", false},
+    {"a click on another row stores first", [](Grid& g) { g.ClickCell(0, NAME); input::Type(L"Q2"); g.ClickCell(3, COUNT); input::Key(VK_ESCAPE); },
+     {B, V, B, E}, L"0,0 3,1 ", L"Q2 柱 板 墙 ", COUNT, L"12 3 100 3 ", false},
+    {"a click elsewhere stores, and still clicks", [](Grid& g) { g.ClickCell(0, NAME); input::Type(L"Z"); input::Click(g.host.Item(IDC_OK), 5, 5); },
+     {B, V, O, E}, L"0,0 ", L"Z 柱 板 墙 ", COUNT, L"12 3 100 3 ", false},
+    {"a combo choice", [](Grid& g) { g.ClickCell(1, MATERIAL); input::Key(VK_F4); input::Key(VK_DOWN); input::Key(VK_RETURN); },
+     {B, V, E}, L"1,2 ", L"梁 柱 板 墙 ", MATERIAL, L"钢 铜 铜 钢 ", false},
+    {"a date", [](Grid& g) { g.ClickCell(3, DATE); input::Key(VK_RETURN); },
+     {B, V, E}, L"3,3 ", L"梁 柱 板 墙 ", DATE, L"   2024年03月05日 ", false},
+    {"the browse button", [](Grid& g) {
+         g.ClickCell(2, DRAWING);
+         CRect button;
+         ::GetWindowRect(::GetDlgItem(g.List(), 10003), &button);
+         input::Click(::GetDlgItem(g.List(), 10003), button.Width() / 2, button.Height() / 2);
+         g.host.Settle();
+         input::Key(VK_RETURN); },
+     {B, K, V, E}, L"2,4 ", L"梁 柱 板 墙 ", DRAWING, L"  D:\\图纸\\梁.dwg  ", false},
+};
+
+TEST(ListCtrlEx, EditsEndAsTheParentAnswers)
+{
+    for (const EditCase& c : kEdits)
+    {
+        Grid grid;
+        ASSERT_TRUE(grid.host.RunModal([&](HostDialog& h) {
+            c.act(grid);
+            h.Settle();
+            EXPECT_TRUE(SequenceMatches(EditingTalk(h), c.talk, h.Window())) << c.name;
+            EXPECT_EQ(grid.begins, c.begins) << c.name;
+            EXPECT_EQ(grid.Column(NAME), c.names) << c.name;
+            EXPECT_EQ(grid.Column(c.column), c.texts) << c.name;
+            EXPECT_EQ(grid.Serials(), L"1 2 3 4 ") << c.name;
+            EXPECT_EQ(grid.EditorOpen(), c.open) << c.name;
+        }));
+    }
+}
+
+struct TypingCase
+{
+    int column;
+    const wchar_t* typed;
+    const wchar_t* keys;    // virtual keys pressed after typing
+    const wchar_t* shown;   // the open editor's text
+    const wchar_t* begins;
+};
+
+const TypingCase kTyping[] = {
+    {NAME, L"a b", L"", L"ab", L"1,0 "},            // no blanks
+    {NAME, L"a#(", L"", L"a", L"1,0 "},             // these share the keys' codes
+    {COUNT, L"12", L"", L"1", L"1,1 "},             // numeric 0...10: 12 is undone
+    {COUNT, L"-", L"", L"-", L"1,1 "},              // a lone sign or point waits
+    {COUNT, L".", L"", L".", L"1,1 "},
+    {NAME, L"xy", L"\x25", L"xy", L"1,0 "},         // Left inside the text moves the caret
+    {NAME, L"x", L"\x25\x25", L"", L"1,0 0,5 "},    // at its start the cell cursor, wrapping
+    {NAME, L"x", L"\x24", L"梁", L"1,0 0,0 "},       // Home: first row
+};
+
+TEST(ListCtrlEx, TypingIntoAnEdit)
+{
+    for (const TypingCase& c : kTyping)
+    {
+        Grid grid;
+        ASSERT_TRUE(grid.host.RunModal([&](HostDialog& h) {
+            grid.ClickCell(1, c.column);
+            input::Type(c.typed);
+            for (const wchar_t* key = c.keys; *key != L'\0'; ++key)
+                input::Key(*key);
+            h.Settle();
+            CString shown;
+            h.OnDialogThread([&] { grid.list.GetIpPlaceWnd()->GetWindowText(shown); });
+            EXPECT_EQ(std::wstring(shown), c.shown) << c.column << " " << testing::PrintToString(std::wstring(c.typed));
+            EXPECT_EQ(grid.begins, c.begins);
+        }));
+    }
+}
+
+struct SortCase
+{
+    int realColumn;
+    int clicks;
+    const wchar_t* names;
+};
+
+const SortCase kSorts[] = {
+    {1 + NAME, 1, L"墙 板 柱 梁 "},  // by code unit
+    {1 + NAME, 2, L"梁 柱 板 墙 "},
+    {1 + NAME, 3, L"墙 板 柱 梁 "},
+    {1 + COUNT, 1, L"柱 墙 梁 板 "},  // 3 = 3 keeps the rows' order
+    {1 + COUNT, 2, L"板 梁 柱 墙 "},
+    {1 + MATERIAL, 1, L"梁 柱 板 墙 "},  // no sort rule
+    {0, 1, L"梁 柱 板 墙 "},             // the serial column never sorts
+};
+
+TEST(ListCtrlEx, HeaderClicksSortByTheColumnsRuleAndKeepTheNumbers)
+{
+    for (const SortCase& c : kSorts)
+    {
+        Grid grid;
+        ASSERT_TRUE(grid.host.RunModal([&](HostDialog&) {
+            for (int click = 0; click < c.clicks; ++click)
+                grid.ClickHeader(c.realColumn);
+            EXPECT_EQ(grid.Column(NAME), c.names) << c.realColumn << " x" << c.clicks;
+            EXPECT_EQ(grid.Serials(), L"1 2 3 4 ");
+        }));
+    }
+}
+
+struct RowCase
+{
+    const char* name;
+    int (*act)(CListCtrlEx&);
+    int result;
+    const wchar_t* names;
+    const wchar_t* serials;
+};
+
+const RowCase kRows[] = {
+    {"insert in the middle", [](CListCtrlEx& l) { return l.InsertItem(1, L"新"); }, 1, L"梁 新 柱 板 墙 ", L"1 2 3 4 5 "},
+    {"delete", [](CListCtrlEx& l) { return l.DeleteItem(1); }, 1, L"梁 板 墙 ", L"1 2 3 "},
+    {"DelItem of the selection", [](CListCtrlEx& l) { l.SetItemState(2, LVIS_SELECTED, LVIS_SELECTED); return l.DelItem(-1); }, 1, L"梁 柱 墙 ", L"1 2 3 "},
+    {"DelItem without a selection", [](CListCtrlEx& l) { return l.DelItem(-1); }, -1, L"梁 柱 板 墙 ", L"1 2 3 4 "},
+    {"UpItem", [](CListCtrlEx& l) { return l.UpItem(2); }, 2, L"梁 板 柱 墙 ", L"1 2 3 4 "},
+    {"UpItem at the top", [](CListCtrlEx& l) { return l.UpItem(0); }, 0, L"梁 柱 板 墙 ", L"1 2 3 4 "},
+    {"DownItem", [](CListCtrlEx& l) { return l.DownItem(0); }, 0, L"柱 梁 板 墙 ", L"1 2 3 4 "},
+    {"DownItem at the bottom", [](CListCtrlEx& l) { return l.DownItem(3); }, 3, L"梁 柱 板 墙 ", L"1 2 3 4 "},
+    {"rows outside", [](CListCtrlEx& l) { return l.UpItem(4) + l.DownItem(-2) + l.DelItem(9); }, -3, L"梁 柱 板 墙 ", L"1 2 3 4 "},
+    {"sort descending by number", [](CListCtrlEx& l) { return l.SortColumn(2, SORT_NUMBER, FALSE); }, 0, L"板 梁 柱 墙 ", L"1 2 3 4 "},
+    {"columns outside the table", [](CListCtrlEx& l) { return l.SetSort(99, SORT_STRING) + l.SortColumn(99, TRUE); }, 0, L"梁 柱 板 墙 ", L"1 2 3 4 "},
+    {"a null compare function changes nothing", [](CListCtrlEx& l) { return l.SetSort(1, nullptr) + l.SortColumn(1, TRUE); }, 1, L"墙 板 柱 梁 ", L"1 2 3 4 "},
+};
+
+TEST(ListCtrlEx, RowsMoveTheirTextsAndTheNumbersStay)
+{
+    for (const RowCase& c : kRows)
+    {
+        Grid grid;
+        ASSERT_TRUE(grid.host.RunModal([&](HostDialog& h) {
+            int result = 0;
+            h.OnDialogThread([&] { result = c.act(grid.list); });
+            EXPECT_EQ(result, c.result) << c.name;
+            EXPECT_EQ(grid.Column(NAME), c.names) << c.name;
+            EXPECT_EQ(grid.Serials(), c.serials) << c.name;
+        }));
+    }
+}
+
+TEST(ListCtrlEx, EditorsColumnsBadArgumentsAndTheTieRule)
+{
+    Grid grid;
+    ASSERT_TRUE(grid.host.RunModal([&](HostDialog& h) {
+        h.OnDialogThread([&] {
+            CListCtrlEx& list = grid.list;
+            EXPECT_TRUE(qmtest::ThrowsInvalidArg([&] { list.SetSort(-1, SORT_STRING); }));
+            EXPECT_TRUE(qmtest::ThrowsInvalidArg([&] { list.SortColumn(-1, TRUE); }));
+            list.SetItemText(0, NOTE, L"x");
+            const auto compare = [&](int a, int b, int column) {
+                SORTINFO info{&list, column, TRUE, nullptr};
+                return CListCtrlEx::CompareNumber(a, b, reinterpret_cast<LPARAM>(&info));
+            };
+            EXPECT_EQ(compare(1, 3, 2) + compare(3, 1, 2), -2);   // 3 and 3
+            EXPECT_EQ(compare(0, 1, 1 + NOTE), -1);               // "x" counts as 0
+            EXPECT_EQ(compare(2, 1, 2), 1);
+            EXPECT_EQ(list.GetItemText(0, 0), L"梁");
+            CInPlaceEdit* edit = list.ShowInPlaceEdit(0, COUNT);
+            edit->SetRange(0.0f, 10.0f);
+            const std::pair<const wchar_t*, int> checks[] = {{L"+", 3}, {L"abc", 2}, {L"12", 1}, {L"5", 0}, {L"", 2}};
+            for (const auto& check : checks)
+                EXPECT_EQ(edit->CheckText(check.first), check.second) << testing::PrintToString(std::wstring(check.first));
+            edit->SetWindowText(L"-.");
+            EXPECT_EQ(edit->CheckValue(), 4);
+            edit->SetValue(2.5f);
+            edit->SetValue(3.0f);
+            CString text;
+            edit->GetWindowText(text);
+            EXPECT_EQ(text, L"3.0");  // decimals never shrink
+            CRect row, rect;
+            list.GetItemRect(0, row, LVIR_BOUNDS);
+            using Open = CWnd* (*)(CListCtrlEx&);
+            const struct { Open open; int id; DWORD style; int height; } editors[] = {  // height 0: grows to fit
+                {[](CListCtrlEx& l) -> CWnd* { return l.ShowInPlaceEdit(0, NAME); }, 10001, 0x508000C4, 0},
+                {[](CListCtrlEx& l) -> CWnd* { return l.ShowInPlaceEditEx(0, DRAWING); }, 10001, 0x50800080, 0},
+                {[](CListCtrlEx& l) -> CWnd* { return l.GetDlgItem(10003); }, 10003, 0x50000000, 0},
+                {[](CListCtrlEx& l) -> CWnd* { return l.ShowInPlaceComboBox(0, MATERIAL); }, 10002, 0x50200803, 96 * row.Height()},
+                {[](CListCtrlEx& l) -> CWnd* { return l.ShowInPlaceDateTimeCtrl(0, DATE); }, 10004, 0x50010024, row.Height() * 3 / 2},
+            };
+            for (const auto& e : editors)
+            {
+                CWnd* editor = e.open(list);
+                editor->GetWindowRect(rect);
+                int height = rect.Height();
+                if (e.id == 10002)  // the drop list below the closed box
+                {
+                    static_cast<CComboBox*>(editor)->GetDroppedControlRect(rect);
+                    height += rect.Height();
+                }
+                // The platform keeps an edit's border and a combo's scroll bar to itself.
+                const DWORD kept = WS_BORDER | WS_VSCROLL;
+                EXPECT_EQ(editor->GetDlgCtrlID(), e.id);
+                EXPECT_EQ((editor->GetStyle() | kept) & ~WS_CLIPSIBLINGS, e.style | kept) << e.id;
+                EXPECT_TRUE(e.height == 0 || height == e.height) << e.id << " " << height;
+            }
+            CFlatHeaderCtrl* header = static_cast<CFlatHeaderCtrl*>(CWnd::FromHandlePermanent(ListView_GetHeader(grid.List())));
+            HDITEMEX serial, name;
+            ASSERT_TRUE(header != nullptr && header->GetItemEx(0, &serial) && header->GetItemEx(1, &name));
+            EXPECT_EQ(serial.nStyle & 5u, 5u);  // fitted and fixed
+            EXPECT_EQ(serial.strToolTip, L"序号");
+            EXPECT_EQ(name.strToolTip, L"名称");
+            list.SetColumnWidth(1 + NOTE, 3);
+            EXPECT_FALSE(list.ShowInPlaceEdit(0, NOTE)->IsWindowVisible());  // too narrow
+            EXPECT_NE(list.GetIpPlaceWnd(), nullptr);
+        });
+    }));
+}
+
+TEST(ListCtrlEx, DestroyingTheListWithAnEditorOpenLeavesNothingBehind)
+{
+    Grid grid;
+    ASSERT_TRUE(grid.host.RunModal([&](HostDialog& h) {
+        grid.ClickCell(0, MATERIAL);
+        ASSERT_TRUE(grid.EditorOpen());
+        h.OnDialogThread([&] { ::DestroyWindow(grid.List()); });
+        EXPECT_FALSE(grid.EditorOpen());
+    }));
+}
+
+// Keyboard use shows the cell cursor as a sunken button-face cell; the
+// mouse does not. The serial column opens no editor.
+TEST(ListCtrlEx, TheCurrentCellIsSunkenOnlyInKeyboardMode)
+{
+    Grid grid;
+    ASSERT_TRUE(grid.host.RunModal([&](HostDialog& h) {
+        grid.ClickCell(1, -1);
+        CRect cell, bounds;
+        h.OnDialogThread([&] {
+            grid.list.GetItemRect(2, cell, LVIR_LABEL);
+            grid.list.GetItemRect(2, bounds, LVIR_BOUNDS);
+        });
+        cell.top = bounds.top;
+        cell.bottom = bounds.bottom;
+        const auto at = [&](int dx, int dy) { return Screenshot(h.Window()).PixelOf(grid.List(), cell.left + dx, cell.top + dy); };
+        const int middleX = cell.Width() / 2, middleY = cell.Height() / 2;
+        EXPECT_NE(at(0, 0), ::GetSysColor(COLOR_BTNSHADOW));
+        input::Key(VK_DOWN);
+        h.Settle();
+        EXPECT_EQ(at(0, 0), ::GetSysColor(COLOR_BTNSHADOW));
+        EXPECT_EQ(at(1, 1), ::GetSysColor(COLOR_3DDKSHADOW));
+        EXPECT_EQ(at(cell.Width() - 1, cell.Height() - 1), ::GetSysColor(COLOR_BTNFACE));
+        EXPECT_EQ(at(cell.Width() - 2, cell.Height() - 2), ::GetSysColor(COLOR_BTNHIGHLIGHT));
+        EXPECT_EQ(at(middleX, middleY), ::GetSysColor(COLOR_BTNFACE));
+        EXPECT_NE(at(middleX, middleY - cell.Height()), ::GetSysColor(COLOR_BTNFACE));
+    }));
+}
+
+} // namespace
