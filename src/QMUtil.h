@@ -20,11 +20,11 @@
 #include "platform/Geometry.h"
 #include "platform/Module.h"
 #include "platform/RuntimeClass.h"
+
+// Automation: dispatch driver, variants, dates
+#include "platform/ole/OleDateTime.h"
 #include "platform/ole/OleDispatchDriver.h"
 #include "platform/ole/OleVariant.h"
-
-// Automation dates
-#include "platform/ole/OleDateTime.h"
 
 // Windows: CWnd, message tables, the control wrappers, device contexts
 #include "platform/win/ColorDialog.h"
