@@ -3,6 +3,7 @@
 // double-byte characters at a cut, the 64 KB read-ahead boundary.
 #include "TestText.h"
 #include "support/TempDir.h"
+#include "support/Throws.h"
 
 #include <gtest/gtest.h>
 
@@ -94,7 +95,7 @@ TEST_F(StdioFileTest, AFailedOpenGivesItsCauseAndLeavesTheFileClosed)
     }
 }
 
-TEST_F(StdioFileTest, GetStatusOfFileFolderAndUnusableNames)
+TEST_F(StdioFileTest, GetStatusOfFileFolderAndUnusableNamesAndRemoveOfAMissingFileThrows)
 {
     const CString path = dir.WriteFile(L"s.txt", "12345");
     CFileStatus status;
@@ -104,22 +105,10 @@ TEST_F(StdioFileTest, GetStatusOfFileFolderAndUnusableNames)
     ASSERT_TRUE(CFile::GetStatus(dir.Path(), status));
     EXPECT_TRUE(status.m_attribute & FILE_ATTRIBUTE_DIRECTORY);
     EXPECT_EQ(status.m_size, 0u);
-    EXPECT_FALSE(CFile::GetStatus(dir.Path() + L"none", status));
+    for (const CString& unusable : {dir.Path() + L"none", CString(), CString(L'a', MAX_PATH)})
+        EXPECT_FALSE(CFile::GetStatus(unusable, status)) << unusable.GetLength();
     EXPECT_FALSE(CFile::GetStatus(nullptr, status));
-    EXPECT_FALSE(CFile::GetStatus(L"", status));
-    EXPECT_FALSE(CFile::GetStatus(CString(L'a', MAX_PATH), status));
-}
-
-TEST_F(StdioFileTest, RemoveThrowsForAMissingFile)
-{
-    int cause = -1;
-    try {
-        CFile::Remove(dir.Path() + L"none.txt");
-    } catch (CFileException* e) {
-        cause = e->m_cause;
-        e->Delete();
-    }
-    EXPECT_EQ(cause, CFileException::fileNotFound);
+    EXPECT_EQ(qmtest::FileFaultCause([&] { CFile::Remove(dir.Path() + L"none.txt"); }), CFileException::fileNotFound);
 }
 
 }  // namespace

@@ -52,19 +52,11 @@ TEST_F(INISettingTest, ValuesAreWhatTheProfileReaderReturns)
     EXPECT_EQ(ini.GetSetting(L"; Comment", L"<absent>", L"S"), CString(L"<absent>"));
 }
 
-TEST_F(INISettingTest, SectionsWithoutKeysAreNeverStored)
-{
-    INISetting ini(Write(L"a.ini", L"[Empty]\r\n[S]\r\nK=1\r\n"));
-    CStringArray keys, values;
-    EXPECT_EQ(ini.GetAllKeysAndValues(L"Empty", keys, values), 0);
-    EXPECT_EQ(ini.GetAllKeysAndValues(L"S", keys, values), 1);
-    EXPECT_FALSE(ini.SetFilePath(Write(L"b.ini", L"[Empty]\r\n; nothing\r\n")));
-    EXPECT_FALSE(ini.SetFilePath(Write(L"c.ini", L"")));
-}
-
+// Keys come upper-cased, the arrays cleared first; a section without keys is
+// never stored, and a file holding only such sections does not bind.
 TEST_F(INISettingTest, GetAllKeysAndValuesGivesUpperCaseKeysAndClearsTheArrays)
 {
-    INISetting ini(Write(L"a.ini", L"[S]\r\nalpha=1\r\nBeta=2\r\n颜色=红\r\n"));
+    INISetting ini(Write(L"a.ini", L"[Empty]\r\n[S]\r\nalpha=1\r\nBeta=2\r\n颜色=红\r\n"));
     CStringArray keys, values;
     keys.Add(L"junk");
     values.Add(L"junk");
@@ -75,8 +67,12 @@ TEST_F(INISettingTest, GetAllKeysAndValuesGivesUpperCaseKeysAndClearsTheArrays)
         pairs.push_back(std::wstring(keys[i]) + L"=" + values[i].GetString());
     std::sort(pairs.begin(), pairs.end());
     EXPECT_EQ(pairs, (std::vector<std::wstring>{L"ALPHA=1", L"BETA=2", L"颜色=红"}));
-    EXPECT_EQ(ini.GetAllKeysAndValues(L"Unknown", keys, values), 0);
-    EXPECT_EQ(keys.GetSize() + values.GetSize(), 0);
+    for (const wchar_t* section : {L"Unknown", L"Empty"}) {
+        EXPECT_EQ(ini.GetAllKeysAndValues(section, keys, values), 0) << section;
+        EXPECT_EQ(keys.GetSize() + values.GetSize(), 0) << section;
+    }
+    EXPECT_FALSE(ini.SetFilePath(Write(L"b.ini", L"[Empty]\r\n; nothing\r\n")));
+    EXPECT_FALSE(ini.SetFilePath(Write(L"c.ini", L"")));
 }
 
 TEST_F(INISettingTest, OnlyABindReadsTheFileAndABindToAMissingFileKeepsTheOldValues)
@@ -105,51 +101,35 @@ protected:
     INISetting ini;
 };
 
-TEST_F(INISettingWriteTest, ReplacingAKeyKeepsTheRestOfTheCachedSection)
+// Replacing a key keeps the rest of the cached section; a new key replaces
+// the cached section until the next bind. Writes carry the caller's spelling.
+TEST_F(INISettingWriteTest, ReplacingKeepsTheCachedSectionANewKeyReplacesItUntilTheNextBind)
 {
     ini.SetSetting(L"a", L"9", L"software");
     ini.SetSetting(L"B", nullptr, L"Software");
     EXPECT_EQ(ini.GetSetting(L"A", L"def", L"Software"), CString(L"9"));
     EXPECT_EQ(ini.GetSetting(L"B", L"def", L"Software"), CString(L""));
-    EXPECT_EQ(Profile(L"Software", L"A", path), CString(L"9"));
     EXPECT_EQ(Profile(L"Software", L"B", path), CString(L""));
-}
-
-TEST_F(INISettingWriteTest, ANewKeyReplacesTheCachedSectionUntilTheNextBind)
-{
-    ini.SetSetting(L"New", L"n", L"Software");
-    EXPECT_EQ(ini.GetSetting(L"NEW", L"def", L"Software"), CString(L"n"));
+    ini.SetSetting(L"NewKey", L"菜单.INI", L"Software");
+    EXPECT_EQ(ini.GetSetting(L"NEWKEY", L"def", L"Software"), CString(L"菜单.INI"));
     EXPECT_EQ(ini.GetSetting(L"A", L"def", L"Software"), CString(L"def"));
     EXPECT_EQ(ini.GetSetting(L"C", L"def", L"Other"), CString(L"3"));
-    EXPECT_EQ(Profile(L"Software", L"A", path), CString(L"1"));
+    EXPECT_NE(qmtest::TempDir::ReadFile(path).find(Ansi(L"NewKey=菜单.INI")), std::string::npos);
     ASSERT_TRUE(ini.SetFilePath(path));
-    EXPECT_EQ(ini.GetSetting(L"A", L"def", L"Software"), CString(L"1"));
-    EXPECT_EQ(ini.GetSetting(L"New", L"def", L"Software"), CString(L"n"));
+    EXPECT_EQ(ini.GetSetting(L"A", L"def", L"Software"), CString(L"9"));
 }
 
-TEST_F(INISettingWriteTest, WritesCarryTheCallersSpelling)
-{
-    ini.SetSetting(L"SaveFileName", L"菜单.INI", L"CADMenu");
-    const std::string bytes = qmtest::TempDir::ReadFile(path);
-    EXPECT_NE(bytes.find("[CADMenu]"), std::string::npos);
-    EXPECT_NE(bytes.find(Ansi(L"SaveFileName=菜单.INI")), std::string::npos);
-}
-
-TEST_F(INISettingWriteTest, EmptyKeyOrSectionChangesNothing)
+TEST_F(INISettingWriteTest, EmptyKeyOrSectionChangesNothingAndAnUnboundObjectWritesNoFile)
 {
     const std::string before = qmtest::TempDir::ReadFile(path);
     EXPECT_FALSE(ini.SetSetting(L"", L"v", L"Software"));
     EXPECT_FALSE(ini.SetSetting(L"A", L"v", nullptr));
     EXPECT_EQ(qmtest::TempDir::ReadFile(path), before);
     EXPECT_EQ(ini.GetSetting(L"A", L"def", L"Software"), CString(L"1"));
-}
-
-TEST_F(INISettingTest, AnUnboundObjectCachesButWritesNoFileAndReturnsFalse)
-{
-    INISetting ini;
-    EXPECT_TRUE(ini.GetFilePath().IsEmpty());
-    EXPECT_FALSE(ini.SetSetting(L"K", L"v", L"S"));
-    EXPECT_EQ(ini.GetSetting(L"K", L"def", L"S"), CString(L"v"));
+    INISetting unbound;
+    EXPECT_TRUE(unbound.GetFilePath().IsEmpty());
+    EXPECT_FALSE(unbound.SetSetting(L"K", L"v", L"S"));
+    EXPECT_EQ(unbound.GetSetting(L"K", L"def", L"S"), CString(L"v"));
 }
 
 TEST_F(INISettingTest, AFileTooLargeToListIsReportedAndTheOldValuesStay)

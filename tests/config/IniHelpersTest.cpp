@@ -186,31 +186,22 @@ TEST_F(IniHelpersTest, WrittenLinesLoseTrailingBlanksAndEndInCrLfInCodePage936)
     EXPECT_EQ(Items(back), (Strings{L"图层 颜色", L"y", L"z"}));
 }
 
-TEST_F(IniHelpersTest, WriteKeepsOrReplacesAnExistingFile)
-{
-    const CString path = dir.WriteFile(L"w.txt", "old\r\n");
-    CStringArray lines = Array({L"new"});
-    EXPECT_EQ(QM::WriteStringArrayToTextFile(path, lines, true), QM::FO_FileExists);
-    EXPECT_EQ(qmtest::TempDir::ReadFile(path), "old\r\n");
-    EXPECT_EQ(QM::WriteStringArrayToTextFile(path, lines, false), QM::FO_Success);
-    EXPECT_EQ(qmtest::TempDir::ReadFile(path), "new\r\n");
-}
-
-TEST_F(IniHelpersTest, WriteFailsToCreateInAMissingFolderAndThrowsOverAReadOnlyFile)
+// An existing file is kept when asked, replaced otherwise; a missing folder
+// fails the create and a read-only file throws, keeping its content.
+TEST_F(IniHelpersTest, WriteKeepsOrReplacesAnExistingFileFailsInAMissingFolderAndThrowsOverAReadOnlyOne)
 {
     CStringArray lines = Array({L"new"});
+    const CString old = dir.WriteFile(L"w.txt", "old\r\n");
+    EXPECT_EQ(QM::WriteStringArrayToTextFile(old, lines, true), QM::FO_FileExists);
+    EXPECT_EQ(qmtest::TempDir::ReadFile(old), "old\r\n");
+    EXPECT_EQ(QM::WriteStringArrayToTextFile(old, lines, false), QM::FO_Success);
+    EXPECT_EQ(qmtest::TempDir::ReadFile(old), "new\r\n");
     EXPECT_EQ(QM::WriteStringArrayToTextFile(dir.Path() + L"no\\such\\f.txt", lines, false), QM::FO_OpenWriteFailed);
     EXPECT_EQ(QM::WriteStringArrayToTextFile(nullptr, lines, false), QM::FO_OpenWriteFailed);
     const CString path = dir.WriteFile(L"ro.txt", "keep\r\n");
     ASSERT_TRUE(SetFileAttributesW(path, FILE_ATTRIBUTE_READONLY));
-    int cause = -1;
-    try {
-        QM::WriteStringArrayToTextFile(path, lines, false);
-    } catch (CFileException* e) {
-        cause = e->m_cause;
-        e->Delete();
-    }
-    EXPECT_EQ(cause, CFileException::accessDenied);
+    EXPECT_EQ(qmtest::FileFaultCause([&] { QM::WriteStringArrayToTextFile(path, lines, false); }),
+              CFileException::accessDenied);
     EXPECT_EQ(qmtest::TempDir::ReadFile(path), "keep\r\n");
 }
 

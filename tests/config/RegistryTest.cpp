@@ -1,6 +1,6 @@
 // RegistryTest.cpp - CKey and the string helpers against real keys of a
-// sandbox under HKEY_CURRENT_USER.
-#include "support/RegistrySandbox.h"
+// test key under HKEY_CURRENT_USER.
+#include "support/RegGuard.h"
 
 #include <gtest/gtest.h>
 
@@ -14,40 +14,61 @@ std::string Utf16(const std::wstring& text)
     return std::string(reinterpret_cast<const char*>(text.c_str()), (text.size() + 1) * sizeof(wchar_t));
 }
 
+// Values are prepared and checked with the registry's own calls, never the code under test.
 class RegStrTest : public ::testing::Test
 {
 protected:
-    qmtest::RegistrySandbox reg;
+    CString Sub(const wchar_t* relative) const { return *relative ? CString(kPath) + L"\\" + relative : CString(kPath); }
+    bool Write(const wchar_t* relative, const wchar_t* name, DWORD type, const void* data, DWORD bytes) const
+    {
+        return RegSetKeyValueW(HKEY_CURRENT_USER, Sub(relative), name, type, data, bytes) == ERROR_SUCCESS;
+    }
+    bool Write(const wchar_t* relative, const wchar_t* name, const std::wstring& text) const
+    {
+        return Write(relative, name, REG_SZ, text.c_str(), static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+    }
+    // The value's bytes as stored, or "<missing>" (an odd length, so never UTF-16 data).
+    std::string Read(const wchar_t* relative, const wchar_t* name, DWORD* type = nullptr) const
+    {
+        std::string bytes(65536, '\0');
+        DWORD size = static_cast<DWORD>(bytes.size());
+        const LSTATUS status = RegGetValueW(HKEY_CURRENT_USER, Sub(relative), name,
+                                            RRF_RT_ANY | RRF_NOEXPAND, type, &bytes[0], &size);
+        return status == ERROR_SUCCESS ? bytes.substr(0, size) : "<missing>";
+    }
+
+    static constexpr const wchar_t* kPath = L"Software\\QMUtilTests\\Registry";
+    const HKEY root = HKEY_CURRENT_USER;
+    qmtest::RegGuard guard{HKEY_CURRENT_USER, kPath};
 };
 
-TEST_F(RegStrTest, SetCreatesMissingKeysAndWritesANulTerminatedString)
+TEST_F(RegStrTest, SetCreatesMissingKeysAndWritesANulTerminatedStringButNotANull)
 {
-    EXPECT_TRUE(QM::SetRegStr(reg.Root(), reg.Sub(L"A\\B\\C"), L"WorkDir", L"D:\\塔维\\"));
+    EXPECT_TRUE(QM::SetRegStr(root, Sub(L"A\\B\\C"), L"WorkDir", L"D:\\塔维\\"));
     DWORD type = 0;
-    EXPECT_EQ(reg.Read(L"A\\B\\C", L"WorkDir", &type), Utf16(L"D:\\塔维\\"));
+    EXPECT_EQ(Read(L"A\\B\\C", L"WorkDir", &type), Utf16(L"D:\\塔维\\"));
     EXPECT_EQ(type, static_cast<DWORD>(REG_SZ));
-    EXPECT_TRUE(QM::SetRegStr(reg.Root(), reg.Sub(L"A\\B\\C"), L"WorkDir", L""));
-    EXPECT_EQ(reg.Read(L"A\\B\\C", L"WorkDir"), Utf16(L""));
-}
-
-TEST_F(RegStrTest, SetOfNullCreatesTheKeyButWritesNothingAndFails)
-{
-    EXPECT_FALSE(QM::SetRegStr(reg.Root(), reg.Sub(L"New"), L"Name", nullptr));
-    EXPECT_TRUE(reg.KeyExists(L"New"));
-    EXPECT_EQ(reg.Read(L"New", L"Name"), "<missing>");
+    EXPECT_TRUE(QM::SetRegStr(root, Sub(L"A\\B\\C"), L"WorkDir", L""));
+    EXPECT_EQ(Read(L"A\\B\\C", L"WorkDir"), Utf16(L""));
+    // Null creates the key but writes nothing and fails.
+    EXPECT_FALSE(QM::SetRegStr(root, Sub(L"New"), L"Name", nullptr));
+    HKEY created = nullptr;
+    EXPECT_EQ(RegOpenKeyExW(root, Sub(L"New"), 0, KEY_READ, &created), ERROR_SUCCESS);
+    RegCloseKey(created);
+    EXPECT_EQ(Read(L"New", L"Name"), "<missing>");
 }
 
 TEST_F(RegStrTest, GetTakes2047CharactersAndRefusesLongerOrMissingValuesLeavingTheOutputAlone)
 {
-    ASSERT_TRUE(reg.Write(L"", L"Fits", std::wstring(2047, L'x')));
-    ASSERT_TRUE(reg.Write(L"", L"TooLong", std::wstring(2048, L'y')));
+    ASSERT_TRUE(Write(L"", L"Fits", std::wstring(2047, L'x')));
+    ASSERT_TRUE(Write(L"", L"TooLong", std::wstring(2048, L'y')));
     CString value;
-    EXPECT_TRUE(QM::GetRegStr(reg.Root(), reg.Path(), L"Fits", value));
+    EXPECT_TRUE(QM::GetRegStr(root, Sub(L""), L"Fits", value));
     EXPECT_EQ(value, CString(L'x', 2047));
     value = L"before";
-    EXPECT_FALSE(QM::GetRegStr(reg.Root(), reg.Path(), L"TooLong", value));
-    EXPECT_FALSE(QM::GetRegStr(reg.Root(), reg.Path(), L"Missing", value));
-    EXPECT_FALSE(QM::GetRegStr(reg.Root(), reg.Sub(L"Missing"), L"Fits", value));
+    EXPECT_FALSE(QM::GetRegStr(root, Sub(L""), L"TooLong", value));
+    EXPECT_FALSE(QM::GetRegStr(root, Sub(L""), L"Missing", value));
+    EXPECT_FALSE(QM::GetRegStr(root, Sub(L"Missing"), L"Fits", value));
     EXPECT_EQ(value, CString(L"before"));
 }
 
@@ -59,9 +80,9 @@ TEST_F(RegStrTest, GetIgnoresTheTypeAndCutsAtTheFirstNul)
         {REG_SZ, L"abc", 3, L"abc"},                     // stored without its NUL
     };
     for (const auto& row : rows) {
-        ASSERT_TRUE(reg.Write(L"", L"V", row.type, row.data, row.chars * sizeof(wchar_t)));
+        ASSERT_TRUE(Write(L"", L"V", row.type, row.data, row.chars * sizeof(wchar_t)));
         CString value;
-        EXPECT_TRUE(QM::GetRegStr(reg.Root(), reg.Path(), L"V", value)) << row.data;
+        EXPECT_TRUE(QM::GetRegStr(root, Sub(L""), L"V", value)) << row.data;
         EXPECT_EQ(value, CString(row.expected)) << row.data;
     }
 }
@@ -71,7 +92,7 @@ using CKeyTest = RegStrTest;
 TEST_F(CKeyTest, WithoutAnOpenKeyEveryOperationFailsAndLeavesItsOutputAlone)
 {
     CKey key;
-    EXPECT_EQ(key.Open(reg.Root(), reg.Sub(L"Missing")), 0);
+    EXPECT_EQ(key.Open(root, Sub(L"Missing")), 0);
     EXPECT_EQ(key.m_hKey, nullptr);
     CString name = L"x";
     unsigned long count = 7;
@@ -85,13 +106,13 @@ TEST_F(CKeyTest, WithoutAnOpenKeyEveryOperationFailsAndLeavesItsOutputAlone)
 
 TEST_F(CKeyTest, StringValuesHaveNoLengthLimitAndAFailedReadStillEmptiesTheOutput)
 {
-    ASSERT_TRUE(reg.Write(L"K", L"Long", std::wstring(10000, L'q')));
+    ASSERT_TRUE(Write(L"K", L"Long", std::wstring(10000, L'q')));
     CKey key;
-    ASSERT_EQ(key.Create(reg.Root(), reg.Sub(L"K")), 1);
+    ASSERT_EQ(key.Create(root, Sub(L"K")), 1);
     EXPECT_EQ(key.SetStringValue(L"值", L"Name"), 1);
     EXPECT_EQ(key.SetStringValue(L"", L"Empty"), 1);
     EXPECT_EQ(key.SetStringValue(nullptr, L"Null"), 0);
-    EXPECT_EQ(reg.Read(L"K", L"Name"), Utf16(L"值"));
+    EXPECT_EQ(Read(L"K", L"Name"), Utf16(L"值"));
     const struct { const wchar_t* name; int result; CString expected; } rows[] = {
         {L"Name", 1, L"值"}, {L"Empty", 1, L""}, {L"Long", 1, CString(L'q', 10000)}, {L"Null", 0, L""}};
     for (const auto& row : rows) {
@@ -104,7 +125,7 @@ TEST_F(CKeyTest, StringValuesHaveNoLengthLimitAndAFailedReadStillEmptiesTheOutpu
 TEST_F(CKeyTest, EnumKeyAndSubKeyCountSeeDirectSubKeysOnly)
 {
     CKey key, newer, older, deeper;
-    ASSERT_EQ(key.Create(reg.Root(), reg.Path()), 1);
+    ASSERT_EQ(key.Create(root, Sub(L"")), 1);
     ASSERT_EQ(newer.Create(key.m_hKey, L"R18.2"), 1);
     ASSERT_EQ(older.Create(key.m_hKey, L"R17.0"), 1);
     ASSERT_EQ(deeper.Create(older.m_hKey, L"zh-CN"), 1);
@@ -119,22 +140,18 @@ TEST_F(CKeyTest, EnumKeyAndSubKeyCountSeeDirectSubKeysOnly)
     EXPECT_TRUE((first == L"R18.2" && second == L"R17.0") || (first == L"R17.0" && second == L"R18.2"));
 }
 
-TEST_F(CKeyTest, AssignmentSharesTheHandleRatherThanDuplicatingIt)
+// Assignment shares the handle rather than duplicating it; a key opened for
+// queries only cannot write.
+TEST_F(CKeyTest, AssignmentSharesTheHandleAndQueryAccessCannotWrite)
 {
+    ASSERT_TRUE(Write(L"", L"Name", L"v"));
     CKey owner, borrower;
-    ASSERT_EQ(owner.Create(reg.Root(), reg.Path()), 1);
+    ASSERT_EQ(owner.Open(root, Sub(L""), KEY_QUERY_VALUE), 1);
     borrower = owner;
     EXPECT_EQ(borrower.m_hKey, owner.m_hKey);
     borrower.m_hKey = nullptr;   // only `owner` may close it
-}
-
-TEST_F(CKeyTest, OpenWithQueryAccessOnlyCannotWrite)
-{
-    ASSERT_TRUE(reg.Write(L"", L"Name", L"v"));
-    CKey key;
-    ASSERT_EQ(key.Open(reg.Root(), reg.Path(), KEY_QUERY_VALUE), 1);
-    EXPECT_EQ(key.SetStringValue(L"w", L"Name"), 0);
-    EXPECT_EQ(reg.Read(L"", L"Name"), Utf16(L"v"));
+    EXPECT_EQ(owner.SetStringValue(L"w", L"Name"), 0);
+    EXPECT_EQ(Read(L"", L"Name"), Utf16(L"v"));
 }
 
 }  // namespace

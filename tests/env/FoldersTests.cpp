@@ -16,22 +16,16 @@ namespace {
 
 // Only whether a company name is set counts: the installed one (GBK text)
 // and any other give the joined word, none gives the word with a blank.
-TEST(SoftwareKey, CompanyWordDependsOnlyOnWhetherANameIsSet)
+// Name and version are kept from the first use.
+TEST(SoftwareKey, CompanyWordDependsOnlyOnWhetherANameIsSetNameAndVersionOnFirstUse)
 {
     EXPECT_EQ(CString(kSoftKey), QM::GetSoftRegItem());
-    {
-        SettingOverride company(L"CompanyName", L"x", L"System");
-        EXPECT_EQ(CString(kSoftKey), QM::GetSoftRegItem());
-    }
-    SettingOverride company(L"CompanyName", L"", L"System");
-    EXPECT_EQ(CString(L"SOFTWARE\\Tar Vel\\QMTestSuite\\9.1"), QM::GetSoftRegItem());
-}
-
-TEST(SoftwareKey, NameAndVersionAreKeptFromTheFirstUse)
-{
     EXPECT_EQ(CString(L"QMTestSuite"), QM::RegItem());
-    SettingOverride name(L"SoftName", L"Other", L"System");
-    SettingOverride version(L"Version", L"2.0", L"System");
+    SettingOverride name(L"SoftName", L"Other", L"System"), version(L"Version", L"2.0", L"System");
+    for (const wchar_t* company : {L"x", L""}) {
+        SettingOverride set(L"CompanyName", company, L"System");
+        EXPECT_EQ(CString(*company ? kSoftKey : L"SOFTWARE\\Tar Vel\\QMTestSuite\\9.1"), QM::GetSoftRegItem());
+    }
     EXPECT_EQ(CString(L"QMTestSuite"), QM::RegItem());
     EXPECT_EQ(CString(L"9.1"), QM::RegVer());
 }

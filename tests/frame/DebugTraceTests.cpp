@@ -39,29 +39,22 @@ LRESULT CALLBACK ViewerProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
 }
 
 // A stand-in trace viewer: a top-level window of the viewer's class.
-class Viewer
+struct Viewer
 {
-public:
-    explicit Viewer(const wchar_t* cls) : m_class(cls)
+    explicit Viewer(const wchar_t* cls) : name(cls)
     {
         WNDCLASSW wc{};
         wc.lpfnWndProc = ViewerProc;
-        wc.hInstance = GetModuleHandleW(nullptr);
         wc.lpszClassName = cls;
         RegisterClassW(&wc);
-        m_window = CreateWindowW(cls, L"viewer", WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr,
-                                 GetModuleHandleW(nullptr), nullptr);
+        window = CreateWindowW(cls, L"viewer", WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
     }
-    ~Viewer()
-    {
-        DestroyWindow(m_window);
-        UnregisterClassW(m_class, GetModuleHandleW(nullptr));
-    }
-    HWND m_window;
-
-private:
-    const wchar_t* m_class;
+    ~Viewer() { DestroyWindow(window), UnregisterClassW(name, nullptr); }
+    const wchar_t* name;
+    HWND window;
 };
+
+const wchar_t kFirst[] = L"TraceWin TRACE Window";
 
 class TraceTest : public ::testing::Test
 {
@@ -69,100 +62,78 @@ protected:
     void SetUp() override
     {
         // Read each switch once so later sets stick for this process.
-        GetDSCommandLineToEXE();
-        GetDSDialogToEXE();
-        GetDSMacroToEXE();
-        SetDSCommandLineToEXE(true);
-        SetDSDialogToEXE(false);
-        SetDSMacroToEXE(false);
+        GetDSCommandLineToEXE(), GetDSDialogToEXE(), GetDSMacroToEXE();
+        SetDSCommandLineToEXE(true), SetDSDialogToEXE(false), SetDSMacroToEXE(false);
         Received().clear();
     }
     void TearDown() override { SetDSCommandLineToEXE(false); }
+    std::vector<std::string> Texts() const
+    {
+        std::vector<std::string> texts;
+        for (const Packet& p : Received())
+            texts.push_back(p.data);
+        return texts;
+    }
 };
 
 }  // namespace
 
-TEST_F(TraceTest, PacketCarriesTagAnsiBytesAndCountWithoutNul)
+TEST_F(TraceTest, PacketCarriesTagAnsiBytesAndCountWithoutNulCutAtTheSharedBuffer)
 {
-    Viewer viewer(L"TraceWin TRACE Window");
-    ASSERT_NE(viewer.m_window, nullptr);
+    Viewer viewer(kFirst);
+    ASSERT_NE(viewer.window, nullptr);
     DebugPrintf(L"层%d\n", 5);
-    ASSERT_EQ(Received().size(), 1u);
+    DebugPrintf(L"%s", CString(L'a', 50000).GetString());
+    ASSERT_EQ(Received().size(), 2u);
     EXPECT_EQ(Received()[0].tag, 0x6E697774u);
     EXPECT_EQ(Received()[0].bytes, 4u);
     EXPECT_EQ(Received()[0].data, std::string("\xB2\xE3" "5\n"));  // code page 936
+    EXPECT_EQ(Received()[1].bytes, 40959u);
 }
 
-TEST_F(TraceTest, SecondViewerClassServesUntilTheFirstRuns)
+TEST_F(TraceTest, SecondViewerClassServesUntilTheFirstRunsAndNothingGoesWhenSwitchedOff)
 {
+    DebugPrintf(L"no viewer");
     Viewer second(L"MfxTraceWindow");
     DebugPrintf(7);
     DebugPrintf(1.5);
-    Viewer first(L"TraceWin TRACE Window");
+    Viewer first(kFirst);
     DebugPrintf(L"x");
-    ASSERT_EQ(Received().size(), 3u);
-    EXPECT_EQ(Received()[0].data, "7\n");
-    EXPECT_EQ(Received()[1].data, "1.500000\n");
-    EXPECT_EQ(Received()[2].data, "x");
-    // The first class took the last packet: the second window saw two.
-    EXPECT_EQ(Received()[2].viewer, first.m_window);
-    EXPECT_EQ(Received()[1].viewer, second.m_window);
-}
-
-TEST_F(TraceTest, NothingIsSentWhenTheSwitchIsOffOrNoViewerRuns)
-{
-    DebugPrintf(L"no viewer");
-    Viewer viewer(L"TraceWin TRACE Window");
     SetDSCommandLineToEXE(false);
     DebugPrintf(L"switched off");
-    EXPECT_TRUE(Received().empty());
+    EXPECT_EQ(Texts(), (std::vector<std::string>{"7\n", "1.500000\n", "x"}));
+    ASSERT_EQ(Received().size(), 3u);
+    EXPECT_EQ(Received()[1].viewer, second.window);
+    EXPECT_EQ(Received()[2].viewer, first.window);
 }
 
-TEST_F(TraceTest, LongTextIsCutAtTheSharedBuffer)
+// The debug box shows its text and traces it when DialogToExe is on; the
+// macro form traces before the box as well.
+TEST_F(TraceTest, DebugBoxesTraceByTheirSwitches)
 {
-    Viewer viewer(L"TraceWin TRACE Window");
-    const CString text(L'a', 50000);
-    DebugPrintf(L"%s", text.GetString());
-    ASSERT_EQ(Received().size(), 1u);
-    EXPECT_EQ(Received()[0].bytes, 40959u);
-}
-
-TEST_F(TraceTest, DebugBoxShowsTheTextThenTracesItWhenDialogToExeIsOn)
-{
-    Viewer viewer(L"TraceWin TRACE Window");
-    SetDSDialogToEXE(true);
-    MsgBoxWatcher watcher(MsgBoxWatcher::Press(IDOK));
-    DebugMsgBox(L"值=%d", 42);
-    const qmtest::MsgBoxSeen& seen = watcher.Wait();
-    ASSERT_TRUE(seen.found);
-    EXPECT_EQ(seen.caption, CString(L"塔维调试信息"));
-    EXPECT_EQ(seen.text, CString(L"值=42"));
-    EXPECT_EQ(seen.buttons, std::vector<int>{IDOK});
-    EXPECT_EQ(seen.icon, 0u);
-    ASSERT_EQ(Received().size(), 1u);
-    EXPECT_EQ(Received()[0].data, std::string("\xD6\xB5=42"));
-}
-
-TEST_F(TraceTest, DebugBoxWithDialogToExeOffTracesNothing)
-{
-    Viewer viewer(L"TraceWin TRACE Window");
-    MsgBoxWatcher watcher(MsgBoxWatcher::Press(IDOK));
-    DebugMsgBox(3.25);
-    EXPECT_EQ(watcher.Wait().text, CString(L"3.250000"));
-    EXPECT_TRUE(Received().empty());
-}
-
-TEST_F(TraceTest, MacroPrintfTracesBeforeTheBoxAndTheBoxTracesAgain)
-{
-    Viewer viewer(L"TraceWin TRACE Window");
-    SetDSMacroToEXE(true);
-    SetDSDialogToEXE(true);
-    MsgBoxWatcher watcher(MsgBoxWatcher::Press(IDOK));
-    DebugVCMacroPrintf(L"macro %s", L"m1");
-    EXPECT_EQ(watcher.Wait().text, CString(L"macro m1"));
-    ASSERT_EQ(Received().size(), 2u);
-    EXPECT_EQ(Received()[0].data, "macro m1");
-    EXPECT_EQ(Received()[1].data, "macro m1");
+    const struct { bool dialog, macro; const wchar_t* shown; std::vector<std::string> traced; } rows[] = {
+        {true, false, L"值=42", {"\xD6\xB5=42"}},
+        {false, false, L"3.250000", {}},
+        {true, true, L"macro m1", {"macro m1", "macro m1"}},
+    };
+    Viewer viewer(kFirst);
+    for (size_t i = 0; i < ARRAYSIZE(rows); ++i) {
+        Received().clear();
+        SetDSDialogToEXE(rows[i].dialog), SetDSMacroToEXE(rows[i].macro);
+        MsgBoxWatcher watcher(MsgBoxWatcher::Press(IDOK));
+        if (i == 0)
+            DebugMsgBox(L"值=%d", 42);
+        else if (i == 1)
+            DebugMsgBox(3.25);
+        else
+            DebugVCMacroPrintf(L"macro %s", L"m1");
+        const qmtest::MsgBoxSeen& seen = watcher.Wait();
+        EXPECT_EQ(seen.text, CString(rows[i].shown)) << "row " << i;
+        EXPECT_EQ(seen.caption, CString(L"塔维调试信息")) << "row " << i;
+        EXPECT_EQ(seen.buttons, std::vector<int>{IDOK}) << "row " << i;
+        EXPECT_EQ(seen.icon, 0u) << "row " << i;
+        EXPECT_EQ(Texts(), rows[i].traced) << "row " << i;
+    }
 }
 
 TEST(LastError, BoxShowsTheThreadsLastErrorText)

@@ -7,16 +7,7 @@
 
 #include <shellapi.h>
 
-#include <ostream>
 #include <string>
-
-// Lets failures show the texts instead of their addresses.
-void PrintTo(const CString& text, std::ostream* os)
-{
-    char utf8[4 * MAX_PATH] = "";
-    WideCharToMultiByte(CP_UTF8, 0, text, -1, utf8, sizeof utf8, nullptr, nullptr);
-    *os << '"' << utf8 << '"';
-}
 
 namespace {
 

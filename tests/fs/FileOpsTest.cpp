@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/MsgBoxWatcher.h"
-#include "support/Qmtool.h"
+#include "support/ChildProcess.h"
 #include "support/ScratchDrive.h"
 #include "support/TempDir.h"
 

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "SlideCanvas.h"
-#include "support/Qmtool.h"
+#include "support/ChildProcess.h"
 #include "support/SlideWriter.h"
 #include "support/TempDir.h"
 

@@ -15,18 +15,9 @@
 #include <gtest/gtest.h>
 
 #include <list>
-#include <ostream>
 
 #include "support/RegGuard.h"
 #include "support/TempDir.h"
-
-// Failure messages show the text rather than its address.
-inline void PrintTo(const CString& text, std::ostream* out)
-{
-    char buffer[4096] = {};
-    WideCharToMultiByte(CP_UTF8, 0, text, -1, buffer, sizeof(buffer) - 1, nullptr, nullptr);
-    *out << '"' << buffer << '"';
-}
 
 namespace qmtest {
 

@@ -1,7 +1,8 @@
-// FakeCadServer.cpp - the host's application and drawing objects for tests.
+// FakeCadServer.cpp - the host's application and drawing objects for tests,
+// on the stand-in servers' dispatch plumbing.
 #include "support/FakeCadServer.h"
 
-#include <oleauto.h>
+#include "support/servers/StandIn.h"
 
 #include <mutex>
 #include <utility>
@@ -24,135 +25,58 @@ struct FakeCadServer::State
 namespace {
 
 using State = FakeCadServer::State;
+using standin::Args;
 
-// Dispatch id = position + 1; the last member is the drawing's, the others the application's.
-const wchar_t* const kMembers[] = {L"ActiveDocument", L"Path", L"SaveAs"};
-
-// "call|get" when the caller leaves the kind to the object (as late-bound
-// Basic does); arguments in the caller's order, the reverse of rgvarg's.
-CString CallText(const CString& member, WORD flags, const DISPPARAMS& params)
-{
-    const bool method = flags & DISPATCH_METHOD, get = flags & DISPATCH_PROPERTYGET;
-    CString call = (method ? (get ? L"call|get " : L"call ") : get ? L"get " : L"put ") + member;
-    for (UINT i = params.cArgs; i-- > 0;) {
-        VARIANT text;
-        VariantInit(&text);
-        const bool quoted = (V_VT(&params.rgvarg[i]) & VT_TYPEMASK) == VT_BSTR;
-        const CString shown = SUCCEEDED(VariantChangeType(&text, &params.rgvarg[i], 0, VT_BSTR)) ? text.bstrVal : L"?";
-        VariantClear(&text);
-        call += (i + 1 == params.cArgs ? L"(" : L", ") + (quoted ? L"\"" + shown + L"\"" : shown);
-    }
-    return call + (params.cArgs > 0 ? L")" : method ? L"()" : L"");
-}
-
-// Application and Document; the class object is an Application too, so
-// IUnknown is written once.
-class FakeObject : public IDispatch, public IClassFactory
+// Application (ActiveDocument, Path) and Document (SaveAs unless the host lacks it).
+class CadObject : public standin::Object
 {
 public:
-    FakeObject(std::shared_ptr<State> state, const wchar_t* name) : m_state(std::move(state)), m_name(name) {}
-    virtual ~FakeObject() = default;
+    CadObject(std::shared_ptr<State> state, bool document)
+        : Object(document ? L"Document" : L"Application",
+                 document ? (state->behaviour.hasSaveAs ? std::vector<const wchar_t*>{L"SaveAs"}
+                                                        : std::vector<const wchar_t*>{})
+                          : std::vector<const wchar_t*>{L"ActiveDocument", L"Path"}),
+          m_state(std::move(state)), m_document(document) {}
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID lcid, DISPID* ids) override
     {
-        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch))
-            *object = static_cast<IDispatch*>(this);
-        else if (IsEqualIID(iid, IID_IClassFactory))
-            *object = static_cast<IClassFactory*>(this);
-        else
-            return *object = nullptr, E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return InterlockedIncrement(&m_refs); }
-    ULONG STDMETHODCALLTYPE Release() override
-    {
-        const LONG left = InterlockedDecrement(&m_refs);
-        if (left == 0)
-            delete this;
-        return left;
+        const HRESULT hr = Object::GetIDsOfNames(iid, names, count, lcid, ids);
+        if (ids[0] == DISPID_UNKNOWN)
+            m_state->Record(CString(L"unknown ") + m_class.c_str() + L"." + names[0]);
+        return hr;
     }
 
-    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** object) override
+    HRESULT Call(int member, WORD flags, Args& a, VARIANT* result) override
     {
-        *object = nullptr;
-        if (outer != nullptr)
-            return CLASS_E_NOAGGREGATION;
-        FakeObject* app = new FakeObject(m_state, L"Application");
-        const HRESULT found = app->QueryInterface(iid, object);
-        app->Release();
-        return found;
-    }
-    HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
-
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return DISP_E_BADINDEX; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override
-    {
-        for (UINT i = 0; i < count; ++i)
-            ids[i] = DISPID_UNKNOWN;
-        for (DISPID id = 1; id <= 3; ++id) {
-            if (Has(id) && lstrcmpiW(names[0], kMembers[id - 1]) == 0) {
-                ids[0] = id;
-                return count == 1 ? S_OK : DISP_E_UNKNOWNNAME;   // no named arguments
-            }
-        }
-        m_state->Record(L"unknown " + m_name + L"." + names[0]);
-        return DISP_E_UNKNOWNNAME;
-    }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params, VARIANT* result,
-                                     EXCEPINFO* exception, UINT*) override
-    {
-        if (!Has(id))
-            return DISP_E_MEMBERNOTFOUND;
-        const CString call = CallText(m_name + L"." + kMembers[id - 1], flags, *params);
+        const CString call = CallText(member, flags, a).c_str();
         m_state->Record(call);
         if (m_state->behaviour.onCall)
             m_state->behaviour.onCall(call);
-        if (id == 3)
-            return SaveAs(flags, *params, exception);
-        if (!(flags & DISPATCH_PROPERTYGET) || params->cArgs != 0 || result == nullptr)
+        if (m_document)
+            return SaveAs(flags, a);
+        if (!(flags & DISPATCH_PROPERTYGET) || a.Count() != 0)
             return DISP_E_MEMBERNOTFOUND;
-        if (id == 2) {
-            V_VT(result) = VT_BSTR;
-            V_BSTR(result) = SysAllocString(m_state->behaviour.folder);
-        } else {
-            V_VT(result) = VT_DISPATCH;
-            V_DISPATCH(result) = new FakeObject(m_state, L"Document");
-        }
-        return S_OK;
+        return member == 1 ? standin::Return(result, m_state->behaviour.folder.GetString())
+                           : standin::Return(result, new CadObject(m_state, true));
     }
 
 private:
-    bool Has(DISPID id) const
-    {
-        return id >= 1 && id <= 3 && (id == 3) == (m_name == L"Document") && (id != 3 || m_state->behaviour.hasSaveAs);
-    }
-
     // SaveAs(FileName, [FileType], [SecurityParams]): like a real save, it
     // fails where the folder is missing or read-only.
-    HRESULT SaveAs(WORD flags, const DISPPARAMS& params, EXCEPINFO* exception)
+    HRESULT SaveAs(WORD flags, Args& a)
     {
-        if (!(flags & DISPATCH_METHOD) || params.cArgs < 1 || params.cArgs > 3)
+        if (!(flags & DISPATCH_METHOD) || a.Count() < 1 || a.Count() > 3)
             return DISP_E_BADPARAMCOUNT;
-        VARIANT name;
-        VariantInit(&name);
-        if (FAILED(VariantChangeType(&name, &params.rgvarg[params.cArgs - 1], 0, VT_BSTR)))
-            return DISP_E_TYPEMISMATCH;
         HRESULT error = m_state->behaviour.saveError;
         if (error == S_OK) {
-            HANDLE file = CreateFileW(name.bstrVal, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+            HANDLE file = CreateFileW(a.Text(0).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
             error = file != INVALID_HANDLE_VALUE ? (CloseHandle(file), S_OK) : HRESULT_FROM_WIN32(GetLastError());
         }
-        VariantClear(&name);
-        if (error != S_OK && exception != nullptr)
-            *exception = {0, 0, nullptr, nullptr, nullptr, 0, nullptr, nullptr, error};
-        return error == S_OK ? S_OK : DISP_E_EXCEPTION;
+        return error == S_OK ? S_OK : standin::Raise(a, error, L"The drawing could not be saved.");
     }
 
-    LONG m_refs = 1;
     std::shared_ptr<State> m_state;
-    const CString m_name;
+    const bool m_document;
 };
 
 }  // namespace
@@ -173,11 +97,11 @@ FakeCadServer::FakeCadServer(const wchar_t* progId, FakeCadBehaviour behaviour) 
     // In the multithreaded apartment COM's threads answer the calls: the
     // test thread need not pump for the server.
     m_initialised = CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-    FakeObject* factory = new FakeObject(m_state, L"Application");
+    const std::shared_ptr<State> state = m_state;
+    m_factory = std::make_unique<standin::Factory>([state] { return new CadObject(state, false); });
     m_registered = FAILED(m_initialised) ? m_initialised
-                                         : CoRegisterClassObject(m_classId, static_cast<IClassFactory*>(factory),
-                                                                 CLSCTX_LOCAL_SERVER, REGCLS_MULTIPLEUSE, &m_cookie);
-    factory->Release();   // COM holds it while registered
+                                         : CoRegisterClassObject(m_classId, m_factory.get(), CLSCTX_LOCAL_SERVER,
+                                                                 REGCLS_MULTIPLEUSE, &m_cookie);
 }
 
 FakeCadServer::~FakeCadServer()

@@ -19,6 +19,10 @@
 
 #include "support/RegGuard.h"
 
+namespace standin {
+class Factory;
+}
+
 namespace qmtest {
 
 struct FakeCadBehaviour
@@ -54,6 +58,7 @@ private:
     CString m_classIdText;
     HRESULT m_initialised = E_FAIL, m_registered = E_FAIL;
     DWORD m_cookie = 0;
+    std::unique_ptr<standin::Factory> m_factory;
     std::unique_ptr<RegGuard> m_progIdKey;
 };
 

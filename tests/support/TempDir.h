@@ -6,7 +6,16 @@
 #pragma once
 #include <QMUtil.h>
 
+#include <ostream>
 #include <string>
+
+// Failure messages show a text rather than its address.
+inline void PrintTo(const CString& text, std::ostream* out)
+{
+    char buffer[4096] = {};
+    WideCharToMultiByte(CP_UTF8, 0, text, -1, buffer, sizeof(buffer) - 1, nullptr, nullptr);
+    *out << '"' << buffer << '"';
+}
 
 namespace qmtest {
 

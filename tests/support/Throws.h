@@ -1,6 +1,8 @@
-// Throws.h - whether an action raised the platform's invalid-argument fault.
+// Throws.h - whether an action raised the platform's invalid-argument fault,
+// and the cause of the file fault it raised.
 //
 //   EXPECT_TRUE(qmtest::ThrowsInvalidArg([&] { names.GetAt(99); }));
+//   EXPECT_EQ(CFileException::fileNotFound, qmtest::FileFaultCause([&] { CFile::Remove(L"none"); }));
 #pragma once
 #include <QMUtil.h>
 
@@ -18,6 +20,20 @@ bool ThrowsInvalidArg(F action)
         return invalidArg;
     }
     return false;
+}
+
+// Runs `action`; the m_cause of the CFileException* it threw (freed), or -1.
+template <class F>
+int FileFaultCause(F action)
+{
+    try {
+        action();
+    } catch (CFileException* e) {
+        const int cause = e->m_cause;
+        e->Delete();
+        return cause;
+    }
+    return -1;
 }
 
 }  // namespace qmtest

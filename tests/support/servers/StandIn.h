@@ -1,6 +1,7 @@
-// StandIn.h - the plumbing the stand-in automation servers share: an
-// IDispatch whose members come from a name table, the arguments of a call in
-// the caller's order, and exceptions raised the way real servers raise them.
+// StandIn.h - the plumbing the stand-in automation servers and the test
+// process's fake CAD host share: an IDispatch whose members come from a name
+// table, the arguments of a call in the caller's order, and exceptions
+// raised the way real servers raise them.
 //
 //   class Range : public standin::Object {
 //       Range() : Object(L"Range", {L"Item", L"NumberFormat"}) {}
@@ -10,6 +11,7 @@
 #include <windows.h>
 #include <oleauto.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -66,6 +68,21 @@ protected:
 private:
     LONG m_refs = 1;
     const std::vector<const wchar_t*> m_members;
+};
+
+// A class object that lives as long as the server: its reference count is not kept.
+class Factory : public IClassFactory
+{
+public:
+    explicit Factory(std::function<IDispatch*()> make) : m_make(std::move(make)) {}
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** object) override;
+    HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
+
+private:
+    std::function<IDispatch*()> m_make;
 };
 
 // The objects the class factories make.
