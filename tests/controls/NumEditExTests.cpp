@@ -74,40 +74,28 @@ TEST(NumEditEx, TypedTextIsFilteredAndCheckedWhenTheFocusLeaves)
 
 struct Tip
 {
-    HWND edit;
     std::wstring text;
     bool visible;
 };
 
-// Notes the text of tool 1 of the edit in each tool tip that has it.
-BOOL CALLBACK ReadTip(HWND window, LPARAM data)
-{
-    auto* tip = reinterpret_cast<Tip*>(data);
-    wchar_t name[32] = L"";
-    ::GetClassNameW(window, name, 32);
-    if (lstrcmpiW(name, TOOLTIPS_CLASSW) != 0)
-        return TRUE;
-    wchar_t buffer[256] = L"";
-    TOOLINFOW info{};
-    info.cbSize = TTTOOLINFOW_V2_SIZE;
-    info.hwnd = tip->edit;
-    info.uId = 1;
-    info.lpszText = buffer;
-    ::SendMessageW(window, TTM_GETTEXTW, 256, reinterpret_cast<LPARAM>(&info));
-    if (buffer[0] != L'\0')
-    {
-        tip->text = buffer;
-        tip->visible = ::IsWindowVisible(window) != FALSE;
-    }
-    return TRUE;
-}
-
-// The tool tip of the edit's thread that holds tool 1 of the edit.
+// Tool 1 of the edit as the tool tip of the edit's thread that has it holds it.
 Tip FindTip(HWND edit)
 {
-    Tip search{edit, L"", false};
-    ::EnumThreadWindows(::GetWindowThreadProcessId(edit, nullptr), &ReadTip, reinterpret_cast<LPARAM>(&search));
-    return search;
+    const DWORD thread = ::GetWindowThreadProcessId(edit, nullptr);
+    for (HWND tip = nullptr; (tip = ::FindWindowExW(nullptr, tip, TOOLTIPS_CLASSW, nullptr)) != nullptr;)
+    {
+        wchar_t buffer[256] = L"";
+        TOOLINFOW info{};
+        info.cbSize = TTTOOLINFOW_V2_SIZE;
+        info.hwnd = edit;
+        info.uId = 1;
+        info.lpszText = buffer;
+        if (::GetWindowThreadProcessId(tip, nullptr) == thread)
+            ::SendMessageW(tip, TTM_GETTEXTW, 256, reinterpret_cast<LPARAM>(&info));
+        if (buffer[0] != L'\0')
+            return {buffer, ::IsWindowVisible(tip) != FALSE};
+    }
+    return {L"", false};
 }
 
 struct TipRow
