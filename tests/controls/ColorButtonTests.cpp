@@ -67,14 +67,8 @@ enum Edge { B, H, D, L, S };  // background, highlight, dark shadow, light, shad
 
 COLORREF EdgeColour(Edge edge)
 {
-    switch (edge)
-    {
-    case H: return ::GetSysColor(COLOR_BTNHIGHLIGHT);
-    case D: return ::GetSysColor(COLOR_3DDKSHADOW);
-    case L: return ::GetSysColor(COLOR_3DLIGHT);
-    case S: return ::GetSysColor(COLOR_BTNSHADOW);
-    default: return kBack;
-    }
+    const int system[] = {0, COLOR_BTNHIGHLIGHT, COLOR_3DDKSHADOW, COLOR_3DLIGHT, COLOR_BTNSHADOW};
+    return edge == B ? kBack : ::GetSysColor(system[edge]);
 }
 
 struct FrameRow

@@ -281,15 +281,10 @@ TEST_F(AutoSizeTest, ResizingAColumnRefitsTheColumnsAfterIt)
     });
 }
 
-COLORREF Inverted(COLORREF c)
-{
-    return RGB(255 - GetRValue(c), 255 - GetGValue(c), 255 - GetBValue(c));
-}
-
 TEST_F(FlatHeaderTest, DrawsSortMarksEtchedDividersAndThePressedItemInverted)
 {
     const COLORREF face = ::GetSysColor(COLOR_BTNFACE), light = ::GetSysColor(COLOR_BTNHIGHLIGHT),
-                   shadow = ::GetSysColor(COLOR_BTNSHADOW);
+                   shadow = ::GetSysColor(COLOR_BTNSHADOW), inverted = face ^ 0xFFFFFF;
     Run({80, 80, 80, 80}, [&](HostDialog& h) {
         const CRect sorted = Item(2);  // right-aligned: the mark sits at the right, a spacing in
         const int x0 = sorted.right - 6 - 8, y0 = (sorted.Height() - 9) / 2;
@@ -317,7 +312,7 @@ TEST_F(FlatHeaderTest, DrawsSortMarksEtchedDividersAndThePressedItemInverted)
         EXPECT_EQ(shot.PixelOf(header.m_hWnd, Item(1).left + 3, middle), face);
         input::Press(header.m_hWnd, Item(1).CenterPoint().x, middle);
         h.Settle();
-        EXPECT_EQ(Screenshot(h.Window()).PixelOf(header.m_hWnd, Item(1).left + 3, middle), Inverted(face));
+        EXPECT_EQ(Screenshot(h.Window()).PixelOf(header.m_hWnd, Item(1).left + 3, middle), inverted);
         input::Release(header.m_hWnd, Item(1).CenterPoint().x, middle);
         h.Settle();
         EXPECT_EQ(Screenshot(h.Window()).PixelOf(header.m_hWnd, Item(1).left + 3, middle), face);
