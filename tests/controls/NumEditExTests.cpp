@@ -65,7 +65,8 @@ TEST(NumEditEx, TypedTextIsFilteredAndCheckedWhenTheFocusLeaves)
             EXPECT_EQ(h.Text(IDC_NUM), row.shown) << "typing " << testing::PrintToString(std::wstring(row.typed));
             DWORD start = 0, end = 0;
             ::SendMessageW(h.Item(IDC_NUM), EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
-            EXPECT_TRUE(start == end && end == wcslen(row.shown)) << "caret " << start << "-" << end;
+            EXPECT_TRUE(start == end && end == wcslen(row.shown))
+                << "caret " << start << "-" << end << " after " << testing::PrintToString(std::wstring(row.typed));
             h.Focus(IDC_OTHER);
             EXPECT_EQ(h.Text(IDC_NUM), row.left) << "typing " << testing::PrintToString(std::wstring(row.typed));
         }
