@@ -10,15 +10,20 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace {
 
 constexpr COLORREF kBack = RGB(0, 128, 128);
 constexpr COLORREF kRed = RGB(255, 0, 0);
 
-DialogItem ButtonItem(WORD id, short x, short y, const wchar_t* text = L"")
+// Buttons 101, 102... in a row.
+std::vector<DialogItem> Buttons(int count, const wchar_t* text = L"")
 {
-    return {L"BUTTON", text, BS_DEFPUSHBUTTON | WS_TABSTOP, id, x, y, 40, 24};
+    std::vector<DialogItem> items;
+    for (short i = 0; i < count; ++i)
+        items.push_back({L"BUTTON", text, BS_DEFPUSHBUTTON | WS_TABSTOP, WORD(101 + i), short(10 + 50 * i), 40, 40, 24});
+    return items;
 }
 
 RECT Client(HWND window)
@@ -31,21 +36,13 @@ RECT Client(HWND window)
 // A bitmap of `width` x 8, its left half `left` and right half `right`.
 HBITMAP TwoColourBitmap(int width, COLORREF left, COLORREF right)
 {
-    const HDC screen = ::GetDC(nullptr);
-    const HDC dc = ::CreateCompatibleDC(screen);
-    const HBITMAP bitmap = ::CreateCompatibleBitmap(screen, width, 8);
-    const HGDIOBJ old = ::SelectObject(dc, bitmap);
-    for (int half = 0; half < 2; ++half)
+    std::vector<DWORD> bits(width * 8);
+    for (size_t i = 0; i < bits.size(); ++i)
     {
-        const HBRUSH brush = ::CreateSolidBrush(half == 0 ? left : right);
-        const RECT rc{half * width / 2, 0, (half + 1) * width / 2, 8};
-        ::FillRect(dc, &rc, brush);
-        ::DeleteObject(brush);
+        const COLORREF c = int(i) % width < width / 2 ? left : right;
+        bits[i] = RGB(GetBValue(c), GetGValue(c), GetRValue(c));  // rows of 0x00RRGGBB
     }
-    ::SelectObject(dc, old);
-    ::DeleteDC(dc);
-    ::ReleaseDC(nullptr, screen);
-    return bitmap;
+    return ::CreateBitmap(width, 8, 1, 32, bits.data());
 }
 
 // Top-left corner of the red image inside `button` as the screen shows it.
@@ -70,14 +67,8 @@ enum Edge { B, H, D, L, S };  // background, highlight, dark shadow, light, shad
 
 COLORREF EdgeColour(Edge edge)
 {
-    switch (edge)
-    {
-    case H: return ::GetSysColor(COLOR_BTNHIGHLIGHT);
-    case D: return ::GetSysColor(COLOR_3DDKSHADOW);
-    case L: return ::GetSysColor(COLOR_3DLIGHT);
-    case S: return ::GetSysColor(COLOR_BTNSHADOW);
-    default: return kBack;
-    }
+    const int system[] = {0, COLOR_BTNHIGHLIGHT, COLOR_3DDKSHADOW, COLOR_3DLIGHT, COLOR_BTNSHADOW};
+    return edge == B ? kBack : ::GetSysColor(system[edge]);
 }
 
 struct FrameRow
@@ -97,8 +88,7 @@ const FrameRow kFrames[] = {
 
 TEST(ColorButton, EachBorderStyleShowsItsFrameWhenNormalHotAndPressed)
 {
-    HostDialog host({ButtonItem(101, 10, 40), ButtonItem(102, 60, 40), ButtonItem(103, 110, 40),
-                     ButtonItem(104, 160, 40)});
+    HostDialog host(Buttons(4));
     CColorButtonEx buttons[4];
     const HBITMAP image = TwoColourBitmap(8, kRed, kRed);
     host.onInit = [&](HWND dialog) {
@@ -145,12 +135,10 @@ TEST(ColorButton, EachBorderStyleShowsItsFrameWhenNormalHotAndPressed)
     }));
     ::DeleteObject(image);
     // Each press was a click for the dialog.
-    static const ExpectedMsg kClicks[] = {{WM_COMMAND, 0, MAKEWPARAM(101, BN_CLICKED), 0},
-                                          {WM_COMMAND, 0, MAKEWPARAM(102, BN_CLICKED), 0},
-                                          {WM_COMMAND, 0, MAKEWPARAM(103, BN_CLICKED), 0},
-                                          {WM_COMMAND, 0, MAKEWPARAM(104, BN_CLICKED), 0},
-                                          {0, 0, 0, 0}};
-    EXPECT_TRUE(SequenceMatches(host.Received(), kClicks, host.Window()));
+    ExpectedMsg clicks[5] = {};
+    for (int i = 0; i < 4; ++i)
+        clicks[i] = {WM_COMMAND, 0, MAKEWPARAM(101 + i, BN_CLICKED), 0};
+    EXPECT_TRUE(SequenceMatches(host.Received(), clicks, host.Window()));
 }
 
 // Face-coloured pixels of a bitmap become white in the disabled image, which
@@ -165,7 +153,7 @@ TEST(ColorButton, DisabledBitmapLetsTheBackgroundShowWhereTheFaceWas)
     };
     const COLORREF face = ::GetSysColor(COLOR_BTNFACE);
     const Row rows[] = {{true, face, RGB(0, 0, 0)}, {false, kBack, ::GetSysColor(COLOR_BTNSHADOW)}};
-    HostDialog host({ButtonItem(101, 10, 40)});
+    HostDialog host(Buttons(1));
     CColorButtonEx button;
     host.onInit = [&](HWND dialog) {
         button.SubclassDlgItem(101, CWnd::FromHandle(dialog));
@@ -205,8 +193,7 @@ TEST(ColorButton, ColourSettersRepaintAsDocumented)
                         {&CColorButtonEx::SetTxtColor, true},
                         {&CColorButtonEx::SetTextColor, false},
                         {&CColorButtonEx::SetTextHotColor, false}};
-    HostDialog host({ButtonItem(101, 10, 40, L"MMMM"), ButtonItem(102, 60, 40, L"MMMM"),
-                     ButtonItem(103, 110, 40, L"MMMM"), ButtonItem(104, 160, 40, L"MMMM")});
+    HostDialog host(Buttons(4, L"MMMM"));
     CColorButtonEx buttons[4];
     host.onInit = [&](HWND dialog) {
         for (int i = 0; i < 4; ++i)
@@ -247,7 +234,7 @@ TEST(ColorButton, SizeToContentMeasuresAndResizesUnlessTold)
         int noResize;
     };
     const Row rows[] = {{0, L"", 1}, {0, L"", 0}, {1, L"颜色", 0}, {2, L"颜色", 1}, {2, L"", 0}};
-    HostDialog host({ButtonItem(101, 10, 40)});
+    HostDialog host(Buttons(1));
     CColorButtonEx button;
     host.onInit = [&](HWND dialog) {
         button.SubclassDlgItem(101, CWnd::FromHandle(dialog));
@@ -283,7 +270,7 @@ TEST(ColorButton, SizeToContentMeasuresAndResizesUnlessTold)
 
 TEST(ColorButton, StylesRuntimeClassAndToolTip)
 {
-    HostDialog host({ButtonItem(101, 10, 40)});
+    HostDialog host(Buttons(1));
     CColorButtonEx button, created;
     CString first, second;
     HWND tipBefore = reinterpret_cast<HWND>(1);

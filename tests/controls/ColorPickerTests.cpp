@@ -185,27 +185,14 @@ TEST(ColorPicker, DraggingPreviewsAndReleasingTakesTheColour)
     }
 }
 
-struct DialogSearch
-{
-    HWND host, found;
-};
-
-BOOL CALLBACK FindOtherDialog(HWND window, LPARAM param)
-{
-    auto* search = reinterpret_cast<DialogSearch*>(param);
-    wchar_t cls[16] = L"";
-    ::GetClassNameW(window, cls, 16);
-    if (window != search->host && ::IsWindowVisible(window) && lstrcmpW(cls, L"#32770") == 0)
-        search->found = window;
-    return search->found == nullptr;
-}
-
-// A dialog on the host's thread other than the host.
+// A visible dialog on the host's thread other than the host.
 HWND OtherDialog(HWND host)
 {
-    DialogSearch search{host, nullptr};
-    ::EnumThreadWindows(::GetWindowThreadProcessId(host, nullptr), &FindOtherDialog, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    for (HWND found = nullptr; (found = ::FindWindowExW(nullptr, found, L"#32770", nullptr)) != nullptr;)
+        if (found != host && ::IsWindowVisible(found) &&
+            ::GetWindowThreadProcessId(found, nullptr) == ::GetWindowThreadProcessId(host, nullptr))
+            return found;
+    return nullptr;
 }
 
 TEST(ColorPicker, MoreColoursOpensTheFullColourDialog)

@@ -54,9 +54,7 @@ struct Fixture
 
     void Press(HostDialog& h, int id)
     {
-        RECT rc{};
-        ::GetClientRect(h.Item(id), &rc);
-        input::Click(h.Item(id), rc.right / 2, rc.bottom / 2);
+        input::Click(h.Item(id));
         h.Settle();
     }
 

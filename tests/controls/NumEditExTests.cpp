@@ -11,11 +11,18 @@ namespace {
 
 enum : WORD { IDC_NUM = 101, IDC_OTHER = 102 };
 
-HostDialog MakeHost()
+// The numeric edit and a plain edit to move the focus to.
+struct NumHost
 {
-    return HostDialog({{L"EDIT", L"", ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP, IDC_NUM, 10, 10, 100, 14},
-                       {L"EDIT", L"", ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP, IDC_OTHER, 10, 40, 100, 14}});
-}
+    HostDialog host{{{L"EDIT", L"", ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP, IDC_NUM, 10, 10, 100, 14},
+                     {L"EDIT", L"", ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP, IDC_OTHER, 10, 40, 100, 14}}};
+    CNumEditEx edit;
+
+    NumHost()
+    {
+        host.onInit = [this](HWND dialog) { ASSERT_TRUE(edit.SubclassDlgItem(IDC_NUM, CWnd::FromHandle(dialog))); };
+    }
+};
 
 struct TypingRow
 {
@@ -41,10 +48,9 @@ const TypingRow kTyping[] = {
 
 TEST(NumEditEx, TypedTextIsFilteredAndCheckedWhenTheFocusLeaves)
 {
-    HostDialog host = MakeHost();
-    CNumEditEx edit;
-    host.onInit = [&](HWND dialog) { ASSERT_TRUE(edit.SubclassDlgItem(IDC_NUM, CWnd::FromHandle(dialog))); };
-    ASSERT_TRUE(host.RunModal([&](HostDialog& h) {
+    NumHost t;
+    CNumEditEx& edit = t.edit;
+    ASSERT_TRUE(t.host.RunModal([&](HostDialog& h) {
         for (const TypingRow& row : kTyping)
         {
             h.OnDialogThread([&] {
@@ -59,8 +65,8 @@ TEST(NumEditEx, TypedTextIsFilteredAndCheckedWhenTheFocusLeaves)
             EXPECT_EQ(h.Text(IDC_NUM), row.shown) << "typing " << testing::PrintToString(std::wstring(row.typed));
             DWORD start = 0, end = 0;
             ::SendMessageW(h.Item(IDC_NUM), EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
-            EXPECT_EQ(start, end);
-            EXPECT_EQ(static_cast<int>(end), static_cast<int>(wcslen(row.shown)));
+            EXPECT_TRUE(start == end && end == wcslen(row.shown))
+                << "caret " << start << "-" << end << " after " << testing::PrintToString(std::wstring(row.typed));
             h.Focus(IDC_OTHER);
             EXPECT_EQ(h.Text(IDC_NUM), row.left) << "typing " << testing::PrintToString(std::wstring(row.typed));
         }
@@ -69,40 +75,28 @@ TEST(NumEditEx, TypedTextIsFilteredAndCheckedWhenTheFocusLeaves)
 
 struct Tip
 {
-    HWND edit;
     std::wstring text;
     bool visible;
 };
 
-// Notes the text of tool 1 of the edit in each tool tip that has it.
-BOOL CALLBACK ReadTip(HWND window, LPARAM data)
-{
-    auto* tip = reinterpret_cast<Tip*>(data);
-    wchar_t name[32] = L"";
-    ::GetClassNameW(window, name, 32);
-    if (lstrcmpiW(name, TOOLTIPS_CLASSW) != 0)
-        return TRUE;
-    wchar_t buffer[256] = L"";
-    TOOLINFOW info{};
-    info.cbSize = TTTOOLINFOW_V2_SIZE;
-    info.hwnd = tip->edit;
-    info.uId = 1;
-    info.lpszText = buffer;
-    ::SendMessageW(window, TTM_GETTEXTW, 256, reinterpret_cast<LPARAM>(&info));
-    if (buffer[0] != L'\0')
-    {
-        tip->text = buffer;
-        tip->visible = ::IsWindowVisible(window) != FALSE;
-    }
-    return TRUE;
-}
-
-// The tool tip of the edit's thread that holds tool 1 of the edit.
+// Tool 1 of the edit as the tool tip of the edit's thread that has it holds it.
 Tip FindTip(HWND edit)
 {
-    Tip search{edit, L"", false};
-    ::EnumThreadWindows(::GetWindowThreadProcessId(edit, nullptr), &ReadTip, reinterpret_cast<LPARAM>(&search));
-    return search;
+    const DWORD thread = ::GetWindowThreadProcessId(edit, nullptr);
+    for (HWND tip = nullptr; (tip = ::FindWindowExW(nullptr, tip, TOOLTIPS_CLASSW, nullptr)) != nullptr;)
+    {
+        wchar_t buffer[256] = L"";
+        TOOLINFOW info{};
+        info.cbSize = TTTOOLINFOW_V2_SIZE;
+        info.hwnd = edit;
+        info.uId = 1;
+        info.lpszText = buffer;
+        if (::GetWindowThreadProcessId(tip, nullptr) == thread)
+            ::SendMessageW(tip, TTM_GETTEXTW, 256, reinterpret_cast<LPARAM>(&info));
+        if (buffer[0] != L'\0')
+            return {buffer, ::IsWindowVisible(tip) != FALSE};
+    }
+    return {L"", false};
 }
 
 struct TipRow
@@ -120,10 +114,9 @@ const TipRow kTips[] = {
 
 TEST(NumEditEx, ToolTipStatesTheRangeAndTheDefault)
 {
-    HostDialog host = MakeHost();
-    CNumEditEx edit;
-    host.onInit = [&](HWND dialog) { edit.SubclassDlgItem(IDC_NUM, CWnd::FromHandle(dialog)); };
-    ASSERT_TRUE(host.RunModal([&](HostDialog& h) {
+    NumHost t;
+    CNumEditEx& edit = t.edit;
+    ASSERT_TRUE(t.host.RunModal([&](HostDialog& h) {
         for (const TipRow& row : kTips)
         {
             h.Focus(IDC_OTHER);
@@ -141,12 +134,11 @@ TEST(NumEditEx, ToolTipStatesTheRangeAndTheDefault)
 
 TEST(NumEditEx, SettingValuesShowsTheClampedDefault)
 {
-    HostDialog host = MakeHost();
-    CNumEditEx edit;
-    host.onInit = [&](HWND dialog) { edit.SubclassDlgItem(IDC_NUM, CWnd::FromHandle(dialog)); };
+    NumHost t;
+    CNumEditEx& edit = t.edit;
     std::vector<std::wstring> shown;
     std::vector<double> values;
-    ASSERT_TRUE(host.RunModal([&](HostDialog& h) {
+    ASSERT_TRUE(t.host.RunModal([&](HostDialog& h) {
         auto show = [&](auto set) {
             h.OnDialogThread([&] { set(); values.push_back(edit.GetValue()); });
             shown.push_back(h.Text(IDC_NUM));

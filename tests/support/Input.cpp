@@ -73,6 +73,13 @@ void Click(HWND window, int x, int y)
     Send({MouseInput(MOUSEEVENTF_LEFTDOWN), MouseInput(MOUSEEVENTF_LEFTUP)});
 }
 
+void Click(HWND window)
+{
+    RECT rc{};
+    ::GetClientRect(window, &rc);
+    Click(window, rc.right / 2, rc.bottom / 2);
+}
+
 void Press(HWND window, int x, int y)
 {
     MoveTo(window, x, y);

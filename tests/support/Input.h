@@ -6,6 +6,7 @@
 //   input::Type(L"500");
 //   input::Key(VK_TAB);
 //   input::Click(edit, 5, 5);            // client coordinates of `edit`
+//   input::Click(button);                // its middle
 //   input::Press(edit, 5, 5); input::MoveTo(list, 20, 8); input::Release();
 #pragma once
 #include <windows.h>
@@ -18,6 +19,8 @@ void Key(WORD virtualKey);
 void Type(const wchar_t* text);
 void MoveTo(HWND window, int x, int y);
 void Click(HWND window, int x, int y);
+// A click in the middle of the window's client area.
+void Click(HWND window);
 // A drag in steps: press the left button at a point, move (MoveTo), let go
 // there or wherever the pointer is.
 void Press(HWND window, int x, int y);

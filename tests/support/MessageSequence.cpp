@@ -11,11 +11,11 @@ bool Same(const ReceivedMsg& got, const ExpectedMsg& want, HWND host)
            got.code == want.code && ((want.flags & kLParamIsHost) == 0 || got.lParam == reinterpret_cast<LPARAM>(host));
 }
 
-std::string Describe(UINT message, WPARAM wParam, LPARAM lParam, UINT code)
+std::string Describe(const ReceivedMsg& msg)
 {
     std::ostringstream text;
-    text << "msg 0x" << std::hex << message << " wParam 0x" << wParam << " lParam 0x" << lParam << " code "
-         << std::dec << static_cast<int>(code);
+    text << "msg 0x" << std::hex << msg.message << " wParam 0x" << msg.wParam << " lParam 0x" << msg.lParam
+         << " code " << std::dec << static_cast<int>(msg.code);
     return text.str();
 }
 
@@ -30,18 +30,13 @@ std::string Describe(UINT message, WPARAM wParam, LPARAM lParam, UINT code)
         if (at < received.size() && Same(received[at], *expected, host))
             ++at;
         else if ((expected->flags & kOptional) == 0)
-        {
-            const std::string got = at < received.size() ? Describe(received[at].message, received[at].wParam,
-                                                                    received[at].lParam, received[at].code)
-                                                          : "nothing";
             return ::testing::AssertionFailure()
-                   << "expected " << Describe(expected->message, expected->wParam, 0, expected->code)
-                   << (expected->flags & kLParamIsHost ? " from the host" : "") << ", received " << got
-                   << " (entry " << at << " of " << received.size() << ")";
-        }
+                   << "expected " << Describe({expected->message, expected->wParam, 0, expected->code})
+                   << (expected->flags & kLParamIsHost ? " from the host" : "") << ", received "
+                   << (at < received.size() ? Describe(received[at]) : "nothing") << " (entry " << at << " of "
+                   << received.size() << ")";
     }
     if (at != received.size())
-        return ::testing::AssertionFailure() << "unexpected " << Describe(received[at].message, received[at].wParam,
-                                                                          received[at].lParam, received[at].code);
+        return ::testing::AssertionFailure() << "unexpected " << Describe(received[at]);
     return ::testing::AssertionSuccess();
 }

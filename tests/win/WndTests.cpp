@@ -78,9 +78,7 @@ TEST(WindowFoundation, HookAndReflectionWorkInsideTheHostsModalLoop)
         input::Type(L"axb");
         h.Settle();
         EXPECT_EQ(h.Text(IDC_EDIT), L"ab");
-        RECT rc{};
-        ::GetClientRect(h.Item(IDC_BUTTON), &rc);
-        input::Click(h.Item(IDC_BUTTON), rc.right / 2, rc.bottom / 2);
+        input::Click(h.Item(IDC_BUTTON));
         h.Settle();
     }));
     EXPECT_EQ(edit.subclassed, 1);
@@ -106,23 +104,19 @@ TEST(WindowFoundation, ClosingTheDialogReleasesEveryAttachedObject)
         subclassed.SubclassDlgItem(IDC_EDIT, CWnd::FromHandle(dialog));
         attached.Attach(::GetDlgItem(dialog, IDC_BUTTON));
         created.Create(WS_CHILD | WS_VISIBLE | WS_BORDER, CRect(10, 100, 100, 120), CWnd::FromHandle(dialog), IDC_CREATED);
-        handles[0] = subclassed.m_hWnd;
-        handles[1] = attached.m_hWnd;
-        handles[2] = created.m_hWnd;
+        handles[0] = subclassed.m_hWnd, handles[1] = attached.m_hWnd, handles[2] = created.m_hWnd;
     };
     ASSERT_TRUE(host.RunModal([](HostDialog&) {}));
     EXPECT_EQ(created.createdWithId, IDC_CREATED);
     EXPECT_EQ(created.subclassed, 1);
-    for (HWND handle : handles)
+    const CWnd* objects[] = {&subclassed, &attached, &created};
+    for (int i = 0; i < 3; ++i)
     {
-        ASSERT_NE(handle, nullptr);
-        EXPECT_EQ(CWnd::FromHandlePermanent(handle), nullptr);
+        ASSERT_NE(handles[i], nullptr) << i;
+        EXPECT_EQ(CWnd::FromHandlePermanent(handles[i]), nullptr) << i;
+        EXPECT_EQ(objects[i]->m_hWnd, nullptr) << i;
     }
-    EXPECT_EQ(subclassed.m_hWnd, nullptr);
-    EXPECT_EQ(attached.m_hWnd, nullptr);
-    EXPECT_EQ(created.m_hWnd, nullptr);
-    EXPECT_EQ(subclassed.finished, 1);
-    EXPECT_EQ(created.finished, 1);
+    EXPECT_EQ(std::make_pair(subclassed.finished, created.finished), std::make_pair(1, 1));
 }
 
 TEST(WindowFoundation, NullWindowsAndMissingIdsGiveEmptyResults)
