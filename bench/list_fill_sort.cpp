@@ -5,7 +5,8 @@
 // filled with the same texts and sorted with comparators that read the
 // texts by row index and compare them the same way; both lists carry the
 // same extended styles and are attached to CListCtrl objects, as a dialog's
-// controls are. Target: each ratio at most 1.3.
+// controls are. Target: each ratio at most 1.3. An optional argument
+// gives another row count for a quicker run (bench_list_fill_sort 2000).
 //
 //   list-fill-sort: sort text 9790 ms vs 9120 ms, ratio 1.07 (target <= 1.3)
 #include <QMUtil.h>
@@ -15,7 +16,7 @@
 
 namespace {
 
-const int kRows = 10000;
+int g_rows = 10000;
 const int kColumns = 5;
 
 double Now()
@@ -74,7 +75,7 @@ HWND MakeList(HWND parent)
 double FillBare(CListCtrl& list)
 {
     const double start = Now();
-    for (int row = 0; row < kRows; ++row)
+    for (int row = 0; row < g_rows; ++row)
     {
         list.InsertItem(LVIF_TEXT | LVIF_PARAM, row, Cell(row, 0), 0, 0, 0, row);
         for (int column = 1; column < kColumns; ++column)
@@ -86,7 +87,7 @@ double FillBare(CListCtrl& list)
 double FillEx(CListCtrlEx& list)
 {
     const double start = Now();
-    for (int row = 0; row < kRows; ++row)
+    for (int row = 0; row < g_rows; ++row)
     {
         list.InsertItem(row, Cell(row, 0));
         for (int column = 1; column < kColumns; ++column)
@@ -129,8 +130,10 @@ bool NumbersInOrder(CListCtrlEx& list)
 
 } // namespace
 
-int main()
+int main(int argc, char** argv)
 {
+    if (argc > 1 && std::atoi(argv[1]) > 0)
+        g_rows = std::atoi(argv[1]);
     const INITCOMMONCONTROLSEX classes{sizeof(INITCOMMONCONTROLSEX), ICC_LISTVIEW_CLASSES};
     InitCommonControlsEx(&classes);
     const HWND frame = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 640, 480, nullptr, nullptr, nullptr, nullptr);

@@ -156,13 +156,13 @@ LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     return result;
 }
 
-// Inside our subclass procedure this is the processing below it; called at
-// any other time it goes to the window's original procedure.
+// The processing below our window procedure: the window's own, and any
+// subclass put in before the window was attached.
 LRESULT CWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (m_hWnd == nullptr)
         return 0;
-    return m_routed ? ::DefSubclassProc(m_hWnd, message, wParam, lParam)
+    return m_routed ? CWndRouting::CallBelow(m_hWnd, message, wParam, lParam)
                     : ::DefWindowProcW(m_hWnd, message, wParam, lParam);
 }
 

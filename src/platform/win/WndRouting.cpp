@@ -1,5 +1,5 @@
 // WndRouting.cpp - how messages reach CWnd objects: the handle map, the
-// subclass procedure of attached windows, the per-thread pre-translation
+// window procedure of attached windows, the per-thread pre-translation
 // hook, the reflecting subclass of foreign parents, the creation hook and
 // the tool tips of EnableToolTips.
 #include "platform/win/WndRouting.h"
@@ -11,13 +11,18 @@
 
 namespace {
 
-constexpr UINT_PTR kObjectSubclassId = 0x514D0001;  // "QM" + 1
-constexpr UINT_PTR kReflectorSubclassId = 0x514D0002;
+constexpr UINT_PTR kReflectorSubclassId = 0x514D0002;  // "QM" + 2
 
 struct ThreadHook
 {
     HHOOK hook = nullptr;
     int users = 0;
+};
+
+struct Reflection
+{
+    int users = 0;
+    bool installed = false;
 };
 
 struct Unowned
@@ -37,7 +42,11 @@ struct Registry
     std::unordered_map<HWND, CWnd*> permanent;
     std::unordered_map<HWND, std::unique_ptr<CWnd, Unowned>> temporary;
     std::map<DWORD, ThreadHook> hooks;
-    std::map<HWND, int> reflectorUsers;  // attached children per reflecting parent
+    // Routed children per parent; the reflecting subclass is on the parent
+    // only while it is not routed itself (its own WindowProc reflects then).
+    std::map<HWND, Reflection> reflectors;
+    // The procedure below ours, for every window whose procedure is ours.
+    std::unordered_map<HWND, WNDPROC> below;
 };
 
 Registry& TheRegistry()
@@ -133,14 +142,62 @@ void CWndRouting::Leave(HWND hWnd)
     registry.permanent.erase(hWnd);
 }
 
+// Attached windows get our procedure in place of theirs, not a comctl32
+// subclass: that one looks its chain up in a window property on every
+// message, and a property look-up is a round trip to the window server under
+// Wine. A header of a report list gets some fifty messages for each row
+// appended, so that round trip made filling a list several times slower. A
+// reflecting subclass already on the window is put back above our
+// procedure, so that removing it later cannot cut ours out of the chain.
 bool CWndRouting::Watch(CWnd* wnd)
 {
-    return ::SetWindowSubclass(wnd->m_hWnd, &ObjectProc, kObjectSubclassId, reinterpret_cast<DWORD_PTR>(wnd)) != FALSE;
+    const HWND hWnd = wnd->m_hWnd;
+    Registry& registry = TheRegistry();
+    std::lock_guard<std::mutex> hold(registry.lock);
+    if (registry.below.count(hWnd) != 0)
+        return true;
+    const auto reflection = registry.reflectors.find(hWnd);
+    const bool reflecting = reflection != registry.reflectors.end() && reflection->second.installed;
+    if (reflecting)
+        ::RemoveWindowSubclass(hWnd, &ReflectorProc, kReflectorSubclassId);
+    const auto previous = reinterpret_cast<WNDPROC>(
+        ::SetWindowLongPtrW(hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ObjectProc)));
+    if (previous != nullptr)
+        registry.below.emplace(hWnd, previous);
+    if (reflecting && !(wnd->m_routed && previous != nullptr))
+        ::SetWindowSubclass(hWnd, &ReflectorProc, kReflectorSubclassId, 0);
+    else if (reflecting)
+        reflection->second.installed = false;
+    return previous != nullptr;
 }
 
+// Our procedure leaves the chain when it is on top; under another one (the
+// host subclassed the window after us) it stays and passes every message
+// down until the window goes.
 void CWndRouting::Unwatch(HWND hWnd)
 {
-    ::RemoveWindowSubclass(hWnd, &ObjectProc, kObjectSubclassId);
+    Registry& registry = TheRegistry();
+    std::lock_guard<std::mutex> hold(registry.lock);
+    const auto found = registry.below.find(hWnd);
+    if (found == registry.below.end() ||
+        ::GetWindowLongPtrW(hWnd, GWLP_WNDPROC) != reinterpret_cast<LONG_PTR>(&ObjectProc))
+        return;
+    ::SetWindowLongPtrW(hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(found->second));
+    registry.below.erase(found);
+}
+
+LRESULT CWndRouting::CallBelow(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    WNDPROC previous = nullptr;
+    {
+        Registry& registry = TheRegistry();
+        std::lock_guard<std::mutex> hold(registry.lock);
+        const auto found = registry.below.find(hWnd);
+        if (found != registry.below.end())
+            previous = found->second;
+    }
+    return previous != nullptr ? ::CallWindowProcW(previous, hWnd, message, wParam, lParam)
+                               : ::DefWindowProcW(hWnd, message, wParam, lParam);
 }
 
 LRESULT CWndRouting::Route(CWnd* wnd, UINT message, WPARAM wParam, LPARAM lParam, bool* alive)
@@ -164,18 +221,23 @@ void CWndRouting::Forget(CWnd* wnd)
             frame->alive = false;
 }
 
-LRESULT CALLBACK CWndRouting::ObjectProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                         DWORD_PTR data)
+LRESULT CALLBACK CWndRouting::ObjectProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    CWnd* wnd = reinterpret_cast<CWnd*>(data);
+    CWnd* wnd = Lookup(hWnd);
     bool alive = true;
-    const LRESULT result = wnd->m_routed ? Route(wnd, message, wParam, lParam, &alive)
-                                         : ::DefSubclassProc(hWnd, message, wParam, lParam);
-    if (alive && message == WM_NCDESTROY && wnd->m_hWnd == hWnd)
+    const LRESULT result = wnd != nullptr && wnd->m_routed ? Route(wnd, message, wParam, lParam, &alive)
+                                                           : CallBelow(hWnd, message, wParam, lParam);
+    if (message != WM_NCDESTROY)
+        return result;
+    if (wnd != nullptr && alive && wnd->m_hWnd == hWnd)
     {
         Release(wnd);
         wnd->PostNcDestroy();
     }
+    Registry& registry = TheRegistry();
+    std::lock_guard<std::mutex> hold(registry.lock);
+    registry.below.erase(hWnd);
+    registry.reflectors.erase(hWnd);
     return result;
 }
 
@@ -185,6 +247,8 @@ void CWndRouting::Release(CWnd* wnd)
     const HWND hWnd = wnd->m_hWnd;
     Unwatch(hWnd);
     Leave(hWnd);
+    if (wnd->m_routed)
+        ResumeReflector(hWnd);
     if (wnd->m_reflectingParent != nullptr)
         ReleaseReflector(wnd->m_reflectingParent);
     ReleaseHook(wnd->m_hookThread);
@@ -295,23 +359,41 @@ void CWndRouting::FilterToolTip(CWnd* wnd, MSG* msg)
     ::SendMessageW(t_toolTip.tip, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(msg));
 }
 
+// A routed parent reflects in its own WindowProc: a subclass above it would
+// only cost every one of its messages a look-up.
 void CWndRouting::AcquireReflector(HWND parent)
 {
     Registry& registry = TheRegistry();
     std::lock_guard<std::mutex> hold(registry.lock);
-    if (registry.reflectorUsers[parent]++ == 0)
-        ::SetWindowSubclass(parent, &ReflectorProc, kReflectorSubclassId, 0);
+    Reflection& reflection = registry.reflectors[parent];
+    ++reflection.users;
+    const auto object = registry.permanent.find(parent);
+    const bool routed = object != registry.permanent.end() && object->second->m_routed;
+    if (!reflection.installed && !routed)
+        reflection.installed = ::SetWindowSubclass(parent, &ReflectorProc, kReflectorSubclassId, 0) != FALSE;
 }
 
 void CWndRouting::ReleaseReflector(HWND parent)
 {
     Registry& registry = TheRegistry();
     std::lock_guard<std::mutex> hold(registry.lock);
-    const auto found = registry.reflectorUsers.find(parent);
-    if (found == registry.reflectorUsers.end() || --found->second > 0)
+    const auto found = registry.reflectors.find(parent);
+    if (found == registry.reflectors.end() || --found->second.users > 0)
         return;
-    registry.reflectorUsers.erase(found);
-    ::RemoveWindowSubclass(parent, &ReflectorProc, kReflectorSubclassId);
+    if (found->second.installed)
+        ::RemoveWindowSubclass(parent, &ReflectorProc, kReflectorSubclassId);
+    registry.reflectors.erase(found);
+}
+
+// A routed parent let go while routed children remain: the subclass takes
+// over its reflecting.
+void CWndRouting::ResumeReflector(HWND parent)
+{
+    Registry& registry = TheRegistry();
+    std::lock_guard<std::mutex> hold(registry.lock);
+    const auto found = registry.reflectors.find(parent);
+    if (found != registry.reflectors.end() && !found->second.installed && ::IsWindow(parent))
+        found->second.installed = ::SetWindowSubclass(parent, &ReflectorProc, kReflectorSubclassId, 0) != FALSE;
 }
 
 LRESULT CALLBACK CWndRouting::ReflectorProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
@@ -331,7 +413,7 @@ void CWndRouting::DropReflector(HWND parent)
 {
     Registry& registry = TheRegistry();
     std::lock_guard<std::mutex> hold(registry.lock);
-    registry.reflectorUsers.erase(parent);
+    registry.reflectors.erase(parent);
     ::RemoveWindowSubclass(parent, &ReflectorProc, kReflectorSubclassId);
 }
 

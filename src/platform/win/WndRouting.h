@@ -14,11 +14,14 @@ public:
     static void Leave(HWND hWnd);
     static bool Watch(CWnd* wnd);
     static void Unwatch(HWND hWnd);
+    // The window's processing below our procedure.
+    static LRESULT CallBelow(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
     static void Release(CWnd* wnd);
     static void AcquireHook(DWORD thread);
     static void ReleaseHook(DWORD thread);
     static void AcquireReflector(HWND parent);
     static void ReleaseReflector(HWND parent);
+    static void ResumeReflector(HWND parent);
     static void DropReflector(HWND parent);
     static bool Reflect(HWND parent, UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
     static bool CreateRouted(CWnd* wnd, CREATESTRUCTW& cs);
@@ -31,7 +34,7 @@ private:
     static bool PreTranslate(MSG* msg);
     static void FilterToolTip(CWnd* wnd, MSG* msg);
     static HWND SenderOf(HWND parent, UINT message, LPARAM lParam);
-    static LRESULT CALLBACK ObjectProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+    static LRESULT CALLBACK ObjectProc(HWND, UINT, WPARAM, LPARAM);
     static LRESULT CALLBACK ReflectorProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
     static LRESULT CALLBACK GetMessageHook(int code, WPARAM wParam, LPARAM lParam);
     static LRESULT CALLBACK CreationHook(int code, WPARAM wParam, LPARAM lParam);
