@@ -8,7 +8,7 @@
 
 namespace {
 
-enum : WORD { IDC_GRID = 1301, IDC_GRID_STATUS };
+enum : WORD { IDC_GRID = 1401, IDC_GRID_STATUS };
 enum UserColumn { NAME, COUNT, MATERIAL, DATE, DRAWING };
 
 CListCtrlEx& Grid()
@@ -108,7 +108,10 @@ bool Message(HWND dialog, UINT message, WPARAM code, LPARAM lParam, LRESULT& res
 void Pose(HWND)
 {
     Grid().SetItemState(2, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
-    Grid().ShowInPlaceEditEx(2, DRAWING)->SetWindowText(L"D:\\图纸\\板.dwg");
+    // No editor opens when the cell cannot take the focus (another page's
+    // pop-up holds the mouse); the picture then shows the grid at rest.
+    if (CInPlaceEdit* edit = Grid().ShowInPlaceEditEx(2, DRAWING))
+        edit->SetWindowText(L"D:\\图纸\\板.dwg");
 }
 
 const bool registered = gallery::AddPage({
