@@ -32,23 +32,6 @@ bool ParseRgb(const CString& text, COLORREF& colour)
     return true;
 }
 
-bool ReadAll(const wchar_t* path, std::vector<unsigned char>& bytes)
-{
-    HANDLE file = CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    if (file == INVALID_HANDLE_VALUE)
-        return false;
-    LARGE_INTEGER size{};
-    bool ok = GetFileSizeEx(file, &size) && size.QuadPart < (1LL << 30);
-    DWORD got = 0;
-    if (ok) {
-        bytes.resize(static_cast<size_t>(size.QuadPart));
-        ok = bytes.empty() || (ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &got, nullptr) &&
-                               got == bytes.size());
-    }
-    CloseHandle(file);
-    return ok;
-}
-
 // Why `path` cannot be drawn as a slide, or an empty text when it can.
 CString SlideProblem(const CString& path)
 {
