@@ -4,17 +4,13 @@
 //   IDispatch* app = bench::Create(L"Excel.Application");
 //   VARIANT books = bench::Call(app, L"Workbooks", DISPATCH_PROPERTYGET, {});
 #pragma once
+#include "BenchClock.h"
+
 #include <QMUtil.h>
 
-#include <chrono>
 #include <vector>
 
 namespace bench {
-
-inline double Seconds()
-{
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
 
 inline IDispatch* Create(const wchar_t* progId)
 {

@@ -6,6 +6,7 @@
 // whole invalidation with erasing, painted at once (RedrawWindow with
 // RDW_UPDATENOW). Best of five interleaved runs of 200 repaints each, so
 // that a busy machine slows both sides alike.
+#include "BenchClock.h"
 #include <QMUtil.h>
 
 #include <algorithm>
@@ -17,10 +18,7 @@ const int kColumns = 50, kColumnWidth = 24, kRepaints = 200, kRuns = 5;
 
 double Now()
 {
-    LARGE_INTEGER t, f;
-    QueryPerformanceCounter(&t);
-    QueryPerformanceFrequency(&f);
-    return 1e6 * static_cast<double>(t.QuadPart) / static_cast<double>(f.QuadPart);
+    return 1e6 * bench::Seconds();
 }
 
 HWND MakeHeader(HWND parent, int y)

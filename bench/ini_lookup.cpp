@@ -5,6 +5,7 @@
 //
 //   ini-lookup: cached 95.3 ns, profile API 412345 ns, ratio 4327 (target >= 1000)
 //   ini-lookup: bind 4210 ms for 50 sections x 200 keys (238890 bytes)
+#include "BenchClock.h"
 #include <QMUtil.h>
 
 #include <cstdio>
@@ -17,18 +18,6 @@ const int kSections = 50;
 const int kKeys = 200;
 const int kCachedCalls = 1000000;
 const int kProfileCalls = 10000;
-
-double Now()
-{
-    static LARGE_INTEGER frequency = [] {
-        LARGE_INTEGER f;
-        QueryPerformanceFrequency(&f);
-        return f;
-    }();
-    LARGE_INTEGER counter;
-    QueryPerformanceCounter(&counter);
-    return static_cast<double>(counter.QuadPart) / static_cast<double>(frequency.QuadPart);
-}
 
 std::string SettingsText()
 {
@@ -90,25 +79,25 @@ int Run(const CString& path)
     const std::vector<Probe> probes = Probes();
 
     INISetting settings;
-    double start = Now();
+    double start = bench::Seconds();
     const bool bound = settings.SetFilePath(path);
-    const double bindSeconds = Now() - start;
+    const double bindSeconds = bench::Seconds() - start;
 
     size_t mismatches = 0, total = 0;
-    start = Now();
+    start = bench::Seconds();
     for (int i = 0; i < kCachedCalls; ++i) {
         const Probe& p = probes[static_cast<size_t>(i) & 1023];
         total += static_cast<size_t>(settings.GetSetting(p.key, L"", p.section).GetLength());
     }
-    const double cachedNs = (Now() - start) * 1e9 / kCachedCalls;
+    const double cachedNs = (bench::Seconds() - start) * 1e9 / kCachedCalls;
 
     wchar_t value[256];
-    start = Now();
+    start = bench::Seconds();
     for (int i = 0; i < kProfileCalls; ++i) {
         const Probe& p = probes[static_cast<size_t>(i) & 1023];
         total += GetPrivateProfileStringW(p.section, p.key, L"", value, 256, path);
     }
-    const double profileNs = (Now() - start) * 1e9 / kProfileCalls;
+    const double profileNs = (bench::Seconds() - start) * 1e9 / kProfileCalls;
 
     for (const Probe& p : probes)
         mismatches += settings.GetSetting(p.key, L"", p.section) != p.expected;

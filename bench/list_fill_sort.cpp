@@ -9,6 +9,7 @@
 // gives another row count for a quicker run (bench_list_fill_sort 2000).
 //
 //   list-fill-sort: sort text 9790 ms vs 9120 ms, ratio 1.07 (target <= 1.3)
+#include "BenchClock.h"
 #include <QMUtil.h>
 
 #include <cstdio>
@@ -18,18 +19,6 @@ namespace {
 
 int g_rows = 10000;
 const int kColumns = 5;
-
-double Now()
-{
-    static LARGE_INTEGER frequency = [] {
-        LARGE_INTEGER f;
-        QueryPerformanceFrequency(&f);
-        return f;
-    }();
-    LARGE_INTEGER counter;
-    QueryPerformanceCounter(&counter);
-    return static_cast<double>(counter.QuadPart) / static_cast<double>(frequency.QuadPart);
-}
 
 CString Cell(int row, int column)
 {
@@ -74,41 +63,41 @@ HWND MakeList(HWND parent)
 
 double FillBare(CListCtrl& list)
 {
-    const double start = Now();
+    const double start = bench::Seconds();
     for (int row = 0; row < g_rows; ++row)
     {
         list.InsertItem(LVIF_TEXT | LVIF_PARAM, row, Cell(row, 0), 0, 0, 0, row);
         for (int column = 1; column < kColumns; ++column)
             list.SetItemText(row, column, Cell(row, column));
     }
-    return Now() - start;
+    return bench::Seconds() - start;
 }
 
 double FillEx(CListCtrlEx& list)
 {
-    const double start = Now();
+    const double start = bench::Seconds();
     for (int row = 0; row < g_rows; ++row)
     {
         list.InsertItem(row, Cell(row, 0));
         for (int column = 1; column < kColumns; ++column)
             list.SetItemText(row, column, Cell(row, column));
     }
-    return Now() - start;
+    return bench::Seconds() - start;
 }
 
 double SortBare(CListCtrl& list, PFNLVCOMPARE compare, int column)
 {
     BareSort info{&list, column};
-    const double start = Now();
+    const double start = bench::Seconds();
     list.SortItems(compare, reinterpret_cast<DWORD_PTR>(&info));
-    return Now() - start;
+    return bench::Seconds() - start;
 }
 
 double SortEx(CListCtrlEx& list, SORT_MODE mode, int userColumn)
 {
-    const double start = Now();
+    const double start = bench::Seconds();
     list.SortColumn(userColumn + 1, mode, TRUE);
-    return Now() - start;
+    return bench::Seconds() - start;
 }
 
 bool Report(const char* what, double ex, double bare)

@@ -7,6 +7,7 @@
 // pens at the same places. Best of five interleaved runs each, so that a
 // busy machine slows both sides alike. netpbm's sldtoppm is timed on the
 // same file at the same width through "start /unix".
+#include "BenchClock.h"
 #include <QMUtil.h>
 
 #include <algorithm>
@@ -83,10 +84,7 @@ Generated Generate()
 
 double Now()
 {
-    LARGE_INTEGER t, f;
-    QueryPerformanceCounter(&t);
-    QueryPerformanceFrequency(&f);
-    return 1000.0 * static_cast<double>(t.QuadPart) / static_cast<double>(f.QuadPart);
+    return 1000.0 * bench::Seconds();
 }
 
 double TimeSldBlt(CDC& dc, const wchar_t* path)
