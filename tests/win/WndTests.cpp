@@ -94,6 +94,44 @@ TEST(WindowFoundation, HookAndReflectionWorkInsideTheHostsModalLoop)
     EXPECT_TRUE(SequenceMatches(host.Received(), kSeen, host.Window()));
 }
 
+LRESULT CALLBACK CountChanges(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR count)
+{
+    if (message == WM_COMMAND && HIWORD(wParam) == EN_CHANGE)
+        ++*reinterpret_cast<int*>(count);
+    return ::DefSubclassProc(hWnd, message, wParam, lParam);
+}
+
+// The parent goes on reflecting for an attached child after its own object
+// lets go; a host subclass put on above the library keeps its place when
+// the child lets go in turn, and the dialog then gets the child's commands.
+TEST(WindowFoundation, ParentReflectsAfterItsObjectAndUnderAHostSubclass)
+{
+    HostDialog host = MakeHost();
+    CWnd parent;
+    ProbeEdit edit;
+    int hostSaw = 0;
+    host.onInit = [&](HWND dialog) {
+        ASSERT_TRUE(parent.SubclassWindow(dialog));
+        ASSERT_TRUE(edit.SubclassDlgItem(IDC_EDIT, &parent));
+        parent.UnsubclassWindow();
+        ::SetWindowSubclass(dialog, &CountChanges, 1, reinterpret_cast<DWORD_PTR>(&hostSaw));
+    };
+    ASSERT_TRUE(host.RunModal([&](HostDialog& h) {
+        h.Focus(IDC_EDIT);
+        input::Type(L"ab");
+        h.Settle();
+        h.OnDialogThread([&] { edit.UnsubclassWindow(); });
+        input::Type(L"c");
+        h.Settle();
+        EXPECT_EQ(h.Text(IDC_EDIT), L"abc");
+    }));
+    EXPECT_EQ(std::make_pair(edit.changes, hostSaw), std::make_pair(2, 3));
+    int dialogSaw = 0;
+    for (const ReceivedMsg& msg : host.Received())
+        dialogSaw += msg.message == WM_COMMAND && HIWORD(msg.wParam) == EN_CHANGE;
+    EXPECT_EQ(dialogSaw, 1);
+}
+
 TEST(WindowFoundation, ClosingTheDialogReleasesEveryAttachedObject)
 {
     HostDialog host = MakeHost();

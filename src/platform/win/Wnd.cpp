@@ -34,7 +34,7 @@ bool CWnd::AttachHandle(HWND hWnd, bool route)
         return false;
     m_hWnd = hWnd;
     m_routed = route;
-    if (!CWndRouting::Watch(this))
+    if (!CWndRouting::Watch(hWnd))
     {
         CWndRouting::Leave(hWnd);
         m_hWnd = nullptr;

@@ -27,8 +27,10 @@
 // offered to the control first (OnChildNotify, which dispatches them as
 // WM_REFLECT_BASE + message through its table). A parent that is itself an
 // attached CWnd does this in its WindowProc; any other parent (an ordinary
-// dialog of the host) is subclassed once, with SetWindowSubclass, for as long
-// as it has attached children.
+// dialog of the host) gets the library's window procedure, once, for as long
+// as it has attached children. A procedure the host put on above ours keeps
+// its place: ours then stays below it, passing messages on, until the
+// window goes.
 //
 // An object may be deleted by one of its own handlers, or by code they call
 // (a list closing the editor whose focus-loss handler asked it to): the
@@ -162,6 +164,9 @@ public:
     void InvalidateRect(LPCRECT rect, BOOL erase = TRUE);
     void ValidateRect(LPCRECT rect);
     void UpdateWindow();
+    // Holds off (FALSE) or resumes (TRUE) drawing during a run of changes:
+    //   list.SetRedraw(FALSE); ... list.SetRedraw(TRUE); list.Invalidate();
+    void SetRedraw(BOOL redraw = TRUE);
     BOOL RedrawWindow(LPCRECT rect = nullptr, HRGN region = nullptr,
                       UINT flags = RDW_INVALIDATE | RDW_UPDATENOW | RDW_ERASE);
     BOOL ShowWindow(int command);

@@ -256,6 +256,12 @@ BOOL CWnd::RedrawWindow(LPCRECT rect, HRGN region, UINT flags)
     return m_hWnd != nullptr && ::RedrawWindow(m_hWnd, rect, region, flags);
 }
 
+void CWnd::SetRedraw(BOOL redraw)
+{
+    if (m_hWnd != nullptr)
+        ::SendMessageW(m_hWnd, WM_SETREDRAW, redraw, 0);
+}
+
 BOOL CWnd::ShowWindow(int command)
 {
     return m_hWnd != nullptr && ::ShowWindow(m_hWnd, command);

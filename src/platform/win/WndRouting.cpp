@@ -1,6 +1,6 @@
 // WndRouting.cpp - how messages reach CWnd objects: the handle map, the
 // window procedure of attached windows, the per-thread pre-translation
-// hook, the reflecting subclass of foreign parents, the creation hook and
+// hook, the reflection through parents, the creation hook and
 // the tool tips of EnableToolTips.
 #include "platform/win/WndRouting.h"
 
@@ -11,18 +11,10 @@
 
 namespace {
 
-constexpr UINT_PTR kReflectorSubclassId = 0x514D0002;  // "QM" + 2
-
 struct ThreadHook
 {
     HHOOK hook = nullptr;
     int users = 0;
-};
-
-struct Reflection
-{
-    int users = 0;
-    bool installed = false;
 };
 
 struct Unowned
@@ -42,9 +34,8 @@ struct Registry
     std::unordered_map<HWND, CWnd*> permanent;
     std::unordered_map<HWND, std::unique_ptr<CWnd, Unowned>> temporary;
     std::map<DWORD, ThreadHook> hooks;
-    // Routed children per parent; the reflecting subclass is on the parent
-    // only while it is not routed itself (its own WindowProc reflects then).
-    std::map<HWND, Reflection> reflectors;
+    // Attached routed children per parent.
+    std::unordered_map<HWND, int> reflectors;
     // The procedure below ours, for every window whose procedure is ours.
     std::unordered_map<HWND, WNDPROC> below;
 };
@@ -142,46 +133,49 @@ void CWndRouting::Leave(HWND hWnd)
     registry.permanent.erase(hWnd);
 }
 
-// Attached windows get our procedure in place of theirs, not a comctl32
-// subclass: that one looks its chain up in a window property on every
-// message, and a property look-up is a round trip to the window server under
-// Wine. A header of a report list gets some fifty messages for each row
-// appended, so that round trip made filling a list several times slower. A
-// reflecting subclass already on the window is put back above our
-// procedure, so that removing it later cannot cut ours out of the chain.
-bool CWndRouting::Watch(CWnd* wnd)
+// Attached windows, and the parents that reflect for them, get our
+// procedure in place of theirs, not a comctl32 subclass: that one looks its
+// chain up in a window property on every message, and a property look-up is
+// a round trip to the window server under Wine. A list sends its parent two
+// notifications for every item it changes, so the round trips made sorting
+// ten thousand rows take seconds where the sort itself takes milliseconds.
+bool CWndRouting::WatchLocked(HWND hWnd)
 {
-    const HWND hWnd = wnd->m_hWnd;
     Registry& registry = TheRegistry();
-    std::lock_guard<std::mutex> hold(registry.lock);
     if (registry.below.count(hWnd) != 0)
         return true;
-    const auto reflection = registry.reflectors.find(hWnd);
-    const bool reflecting = reflection != registry.reflectors.end() && reflection->second.installed;
-    if (reflecting)
-        ::RemoveWindowSubclass(hWnd, &ReflectorProc, kReflectorSubclassId);
     const auto previous = reinterpret_cast<WNDPROC>(
         ::SetWindowLongPtrW(hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ObjectProc)));
-    if (previous != nullptr)
-        registry.below.emplace(hWnd, previous);
-    if (reflecting && !(wnd->m_routed && previous != nullptr))
-        ::SetWindowSubclass(hWnd, &ReflectorProc, kReflectorSubclassId, 0);
-    else if (reflecting)
-        reflection->second.installed = false;
-    return previous != nullptr;
+    if (previous == nullptr)
+        return false;
+    registry.below.emplace(hWnd, previous);
+    return true;
 }
 
-// Our procedure leaves the chain when it is on top; under another one (the
-// host subclassed the window after us) it stays and passes every message
-// down until the window goes.
-void CWndRouting::Unwatch(HWND hWnd)
+bool CWndRouting::Watch(HWND hWnd)
+{
+    std::lock_guard<std::mutex> hold(TheRegistry().lock);
+    return WatchLocked(hWnd);
+}
+
+// Our procedure leaves the chain when nothing needs it any more and it is
+// on top. Under another one (the host subclassed the window after us) it
+// stays and passes every message down until the window goes, and the
+// library is pinned so that no unload can leave that window calling into
+// freed code.
+void CWndRouting::UnwatchLocked(HWND hWnd)
 {
     Registry& registry = TheRegistry();
-    std::lock_guard<std::mutex> hold(registry.lock);
     const auto found = registry.below.find(hWnd);
-    if (found == registry.below.end() ||
-        ::GetWindowLongPtrW(hWnd, GWLP_WNDPROC) != reinterpret_cast<LONG_PTR>(&ObjectProc))
+    if (found == registry.below.end() || registry.permanent.count(hWnd) != 0 || registry.reflectors.count(hWnd) != 0)
         return;
+    if (::GetWindowLongPtrW(hWnd, GWLP_WNDPROC) != reinterpret_cast<LONG_PTR>(&ObjectProc))
+    {
+        HMODULE pinned = nullptr;
+        ::GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
+                             reinterpret_cast<LPCWSTR>(&ObjectProc), &pinned);
+        return;
+    }
     ::SetWindowLongPtrW(hWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(found->second));
     registry.below.erase(found);
 }
@@ -225,8 +219,11 @@ LRESULT CALLBACK CWndRouting::ObjectProc(HWND hWnd, UINT message, WPARAM wParam,
 {
     CWnd* wnd = Lookup(hWnd);
     bool alive = true;
-    const LRESULT result = wnd != nullptr && wnd->m_routed ? Route(wnd, message, wParam, lParam, &alive)
-                                                           : CallBelow(hWnd, message, wParam, lParam);
+    LRESULT result = 0;
+    if (wnd != nullptr && wnd->m_routed)
+        result = Route(wnd, message, wParam, lParam, &alive);
+    else if (!Reflect(hWnd, message, wParam, lParam, &result))
+        result = CallBelow(hWnd, message, wParam, lParam);
     if (message != WM_NCDESTROY)
         return result;
     if (wnd != nullptr && alive && wnd->m_hWnd == hWnd)
@@ -245,10 +242,11 @@ LRESULT CALLBACK CWndRouting::ObjectProc(HWND hWnd, UINT message, WPARAM wParam,
 void CWndRouting::Release(CWnd* wnd)
 {
     const HWND hWnd = wnd->m_hWnd;
-    Unwatch(hWnd);
-    Leave(hWnd);
-    if (wnd->m_routed)
-        ResumeReflector(hWnd);
+    {
+        std::lock_guard<std::mutex> hold(TheRegistry().lock);
+        TheRegistry().permanent.erase(hWnd);
+        UnwatchLocked(hWnd);
+    }
     if (wnd->m_reflectingParent != nullptr)
         ReleaseReflector(wnd->m_reflectingParent);
     ReleaseHook(wnd->m_hookThread);
@@ -359,18 +357,13 @@ void CWndRouting::FilterToolTip(CWnd* wnd, MSG* msg)
     ::SendMessageW(t_toolTip.tip, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(msg));
 }
 
-// A routed parent reflects in its own WindowProc: a subclass above it would
-// only cost every one of its messages a look-up.
+// A parent reflects through our procedure as long as one of its children
+// is attached; a routed parent does it in its own WindowProc.
 void CWndRouting::AcquireReflector(HWND parent)
 {
-    Registry& registry = TheRegistry();
-    std::lock_guard<std::mutex> hold(registry.lock);
-    Reflection& reflection = registry.reflectors[parent];
-    ++reflection.users;
-    const auto object = registry.permanent.find(parent);
-    const bool routed = object != registry.permanent.end() && object->second->m_routed;
-    if (!reflection.installed && !routed)
-        reflection.installed = ::SetWindowSubclass(parent, &ReflectorProc, kReflectorSubclassId, 0) != FALSE;
+    std::lock_guard<std::mutex> hold(TheRegistry().lock);
+    if (WatchLocked(parent))
+        ++TheRegistry().reflectors[parent];
 }
 
 void CWndRouting::ReleaseReflector(HWND parent)
@@ -378,43 +371,10 @@ void CWndRouting::ReleaseReflector(HWND parent)
     Registry& registry = TheRegistry();
     std::lock_guard<std::mutex> hold(registry.lock);
     const auto found = registry.reflectors.find(parent);
-    if (found == registry.reflectors.end() || --found->second.users > 0)
+    if (found == registry.reflectors.end() || --found->second > 0)
         return;
-    if (found->second.installed)
-        ::RemoveWindowSubclass(parent, &ReflectorProc, kReflectorSubclassId);
     registry.reflectors.erase(found);
-}
-
-// A routed parent let go while routed children remain: the subclass takes
-// over its reflecting.
-void CWndRouting::ResumeReflector(HWND parent)
-{
-    Registry& registry = TheRegistry();
-    std::lock_guard<std::mutex> hold(registry.lock);
-    const auto found = registry.reflectors.find(parent);
-    if (found != registry.reflectors.end() && !found->second.installed && ::IsWindow(parent))
-        found->second.installed = ::SetWindowSubclass(parent, &ReflectorProc, kReflectorSubclassId, 0) != FALSE;
-}
-
-LRESULT CALLBACK CWndRouting::ReflectorProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                            DWORD_PTR)
-{
-    const CWnd* self = Lookup(hWnd);
-    LRESULT result = 0;
-    if ((self == nullptr || !self->m_routed) && Reflect(hWnd, message, wParam, lParam, &result))
-        return result;
-    if (message == WM_NCDESTROY)
-        DropReflector(hWnd);
-    return ::DefSubclassProc(hWnd, message, wParam, lParam);
-}
-
-// The parent is going before its last attached child let go of it.
-void CWndRouting::DropReflector(HWND parent)
-{
-    Registry& registry = TheRegistry();
-    std::lock_guard<std::mutex> hold(registry.lock);
-    registry.reflectors.erase(parent);
-    ::RemoveWindowSubclass(parent, &ReflectorProc, kReflectorSubclassId);
+    UnwatchLocked(parent);
 }
 
 // The control a message to its parent came from, or null.

@@ -12,8 +12,8 @@ public:
     static CWnd* Temporary(HWND hWnd);
     static bool Enter(HWND hWnd, CWnd* wnd);
     static void Leave(HWND hWnd);
-    static bool Watch(CWnd* wnd);
-    static void Unwatch(HWND hWnd);
+    // Puts our procedure on the window (once); false if it cannot be.
+    static bool Watch(HWND hWnd);
     // The window's processing below our procedure.
     static LRESULT CallBelow(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
     static void Release(CWnd* wnd);
@@ -21,8 +21,6 @@ public:
     static void ReleaseHook(DWORD thread);
     static void AcquireReflector(HWND parent);
     static void ReleaseReflector(HWND parent);
-    static void ResumeReflector(HWND parent);
-    static void DropReflector(HWND parent);
     static bool Reflect(HWND parent, UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
     static bool CreateRouted(CWnd* wnd, CREATESTRUCTW& cs);
     // The object is being deleted: handlers of it still running must not
@@ -30,12 +28,14 @@ public:
     static void Forget(CWnd* wnd);
 
 private:
+    // With the registry's lock held.
+    static bool WatchLocked(HWND hWnd);
+    static void UnwatchLocked(HWND hWnd);
     static LRESULT Route(CWnd* wnd, UINT message, WPARAM wParam, LPARAM lParam, bool* alive);
     static bool PreTranslate(MSG* msg);
     static void FilterToolTip(CWnd* wnd, MSG* msg);
     static HWND SenderOf(HWND parent, UINT message, LPARAM lParam);
     static LRESULT CALLBACK ObjectProc(HWND, UINT, WPARAM, LPARAM);
-    static LRESULT CALLBACK ReflectorProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
     static LRESULT CALLBACK GetMessageHook(int code, WPARAM wParam, LPARAM lParam);
     static LRESULT CALLBACK CreationHook(int code, WPARAM wParam, LPARAM lParam);
 };
