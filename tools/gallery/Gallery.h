@@ -40,18 +40,18 @@ struct Page
     // Any other message (WM_NOTIFY, a control's private message); true when
     // the page handled it, `result` going back to the sender.
     std::function<bool(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)> message = nullptr;
-    // Runs once the dialog is up, before the screenshot is taken: puts the
-    // page in the state the picture should show.
+    // Runs once the dialog is up, before the page's part of the screenshot
+    // is taken: puts the page in the state the picture should show (an
+    // editor open, a pop-up shown). Pages are posed one after another, each
+    // taken as it stands, so one page's pose may undo another's (a pop-up
+    // that takes the focus closes a cell editor).
     std::function<void(HWND dialog)> pose = nullptr;
 };
 
 bool AddPage(Page page);
 const std::vector<Page>& Pages();
 
-// A step the screenshot runs just before the picture is taken, after the
-// mouse has been pointed: opens a pop-up or puts a control in a state worth
-// showing.
-bool AddScreenshotStep(std::function<void(HWND dialog)> step);
-const std::vector<std::function<void(HWND dialog)>>& ScreenshotSteps();
+// Points the real mouse at a point of a window's client area.
+void PointMouse(HWND window, int x, int y);
 
 } // namespace gallery

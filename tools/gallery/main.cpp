@@ -37,21 +37,16 @@ const std::vector<Page>& Pages()
     return PageList();
 }
 
-std::vector<std::function<void(HWND dialog)>>& StepList()
+void PointMouse(HWND window, int x, int y)
 {
-    static std::vector<std::function<void(HWND dialog)>> steps;
-    return steps;
-}
-
-bool AddScreenshotStep(std::function<void(HWND dialog)> step)
-{
-    StepList().push_back(std::move(step));
-    return true;
-}
-
-const std::vector<std::function<void(HWND dialog)>>& ScreenshotSteps()
-{
-    return StepList();
+    POINT point{x, y};
+    ::ClientToScreen(window, &point);
+    INPUT move{};
+    move.type = INPUT_MOUSE;
+    move.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
+    move.mi.dx = point.x * 65535 / (::GetSystemMetrics(SM_CXSCREEN) - 1);
+    move.mi.dy = point.y * 65535 / (::GetSystemMetrics(SM_CYSCREEN) - 1);
+    ::SendInput(1, &move, sizeof(move));
 }
 
 } // namespace gallery
@@ -86,8 +81,9 @@ void PutItem(std::vector<WORD>& out, DWORD style, short x, short y, short cx, sh
 }
 
 // The sections two to a row, each framed by a group box with its title.
-// Item count and size are written into the header once known.
-std::vector<WORD> BuildTemplate()
+// Item count and size are written into the header once known; each
+// section's place (dialog units) goes to `sections`.
+std::vector<WORD> BuildTemplate(std::vector<RECT>& sections)
 {
     std::vector<WORD> out;
     for (DWORD value : {DWORD(DS_SETFONT | DS_MODALFRAME | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU), DWORD(0)})
@@ -106,6 +102,7 @@ std::vector<WORD> BuildTemplate()
     {
         const gallery::Page& page = pages[i];
         PutItem(out, BS_GROUPBOX, x, y, page.cx, page.cy, 0xFFFF, L"BUTTON", page.title);
+        sections.push_back(RECT{x, y, x + page.cx, y + page.cy});
         ++count;
         for (const gallery::Item& item : page.items)
         {
@@ -176,27 +173,43 @@ void Pump(DWORD milliseconds)
     }
 }
 
-// Points the mouse at the control a page named, so that its tool tip is in
-// the picture too.
-void Hover(HWND dialog)
+// Puts one page in its pictured state: the mouse on the control whose tool
+// tip it shows, and its pose.
+void Pose(HWND dialog, const gallery::Page& page)
 {
-    for (const gallery::Page& page : gallery::Pages())
+    if (page.hoverId != 0)
     {
-        RECT rect{};
-        if (page.hoverId == 0 || !::GetWindowRect(::GetDlgItem(dialog, page.hoverId), &rect))
-            continue;
-        ::SetFocus(::GetDlgItem(dialog, page.hoverId));
-        INPUT move{};
-        move.type = INPUT_MOUSE;
-        move.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
-        move.mi.dx = (rect.left + 12) * 65535 / (::GetSystemMetrics(SM_CXSCREEN) - 1);
-        move.mi.dy = (rect.top + 6) * 65535 / (::GetSystemMetrics(SM_CYSCREEN) - 1);
-        ::SendInput(1, &move, sizeof(move));
-        return;
+        const HWND control = ::GetDlgItem(dialog, page.hoverId);
+        ::SetFocus(control);
+        gallery::PointMouse(control, 12, 6);
     }
+    if (page.pose)
+        page.pose(dialog);
 }
 
-int Screenshot(const std::vector<WORD>& dialogTemplate, const wchar_t* path)
+// Copies a section of one picture of the dialog into another; `section` is
+// in dialog units, the pictures hold the whole window.
+void CopySection(HWND dialog, RECT section, HBITMAP from, HBITMAP to)
+{
+    RECT window{};
+    ::GetWindowRect(dialog, &window);
+    ::MapDialogRect(dialog, &section);
+    ::MapWindowPoints(dialog, nullptr, reinterpret_cast<POINT*>(&section), 2);
+    ::OffsetRect(&section, -window.left, -window.top);
+    const HDC source = ::CreateCompatibleDC(nullptr), target = ::CreateCompatibleDC(nullptr);
+    const HGDIOBJ oldSource = ::SelectObject(source, from), oldTarget = ::SelectObject(target, to);
+    ::BitBlt(target, section.left, section.top, section.right - section.left, section.bottom - section.top, source,
+             section.left, section.top, SRCCOPY);
+    ::SelectObject(source, oldSource);
+    ::SelectObject(target, oldTarget);
+    ::DeleteDC(source);
+    ::DeleteDC(target);
+}
+
+// Pages are posed one at a time and each section is taken as its pose left
+// it: a pop-up holding the mouse or the focus would otherwise close another
+// page's editor or hide its tool tip.
+int Screenshot(const std::vector<WORD>& dialogTemplate, const std::vector<RECT>& sections, const wchar_t* path)
 {
     HWND dialog = ::CreateDialogIndirectParamW(::GetModuleHandleW(nullptr),
                                                reinterpret_cast<LPCDLGTEMPLATEW>(dialogTemplate.data()), nullptr,
@@ -206,20 +219,28 @@ int Screenshot(const std::vector<WORD>& dialogTemplate, const wchar_t* path)
     ::ShowWindow(dialog, SW_SHOW);
     ::SetForegroundWindow(dialog);
     Pump(300);
-    Hover(dialog);
-    for (const gallery::Page& page : gallery::Pages())
-        if (page.pose)
-            page.pose(dialog);
-    Pump(1500);
-    for (const auto& step : gallery::ScreenshotSteps())
-        step(dialog);
-    Pump(300);
-    ::RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-    Pump(200);
-    HBITMAP picture = qmimage::CaptureWindow(dialog);
+    // The last page's picture holds every page at rest or as posed last;
+    // the sections posed before it are copied in from their own pictures.
+    const auto& pages = gallery::Pages();
+    std::vector<HBITMAP> taken(pages.size(), nullptr);
+    for (size_t i = 0; i < pages.size(); ++i)
+    {
+        if (pages[i].hoverId == 0 && !pages[i].pose && i + 1 < pages.size())
+            continue;
+        Pose(dialog, pages[i]);
+        Pump(1500);
+        ::RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+        Pump(200);
+        taken[i] = qmimage::CaptureWindow(dialog);
+    }
+    HBITMAP picture = taken.empty() ? nullptr : taken.back();
+    for (size_t i = 0; picture != nullptr && i + 1 < pages.size(); ++i)
+        if (taken[i] != nullptr)
+            CopySection(dialog, sections[i], taken[i], picture);
     const HRESULT hr = picture == nullptr ? E_FAIL : qmimage::SavePng(picture, path);
-    if (picture != nullptr)
-        ::DeleteObject(picture);
+    for (HBITMAP bitmap : taken)
+        if (bitmap != nullptr)
+            ::DeleteObject(bitmap);
     ::DestroyWindow(dialog);
     if (FAILED(hr))
         fwprintf(stderr, L"gallery: cannot write %ls (0x%08lX)\n", path, static_cast<unsigned long>(hr));
@@ -239,8 +260,9 @@ int wmain(int argc, wchar_t** argv)
     ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     const INITCOMMONCONTROLSEX classes{sizeof(INITCOMMONCONTROLSEX), ICC_WIN95_CLASSES | ICC_DATE_CLASSES};
     ::InitCommonControlsEx(&classes);
-    const std::vector<WORD> dialogTemplate = BuildTemplate();
-    const int result = screenshot ? Screenshot(dialogTemplate, argv[2])
+    std::vector<RECT> sections;
+    const std::vector<WORD> dialogTemplate = BuildTemplate(sections);
+    const int result = screenshot ? Screenshot(dialogTemplate, sections, argv[2])
                                   : (::DialogBoxIndirectParamW(::GetModuleHandleW(nullptr),
                                                                reinterpret_cast<LPCDLGTEMPLATEW>(dialogTemplate.data()),
                                                                nullptr, &DialogProc, 0) == -1);

@@ -61,10 +61,14 @@ void Init(HWND dialog)
 }
 
 // The flat button shows its hover frame; the picker's palette opens as a
-// click without moving leaves it.
+// press leaves it. The mouse rests on the picker's own swatch, so the
+// colour the palette previews under it is the picker's colour.
 void Show(HWND)
 {
     Button(1).SendMessage(WM_MOUSEMOVE, 0, MAKELPARAM(4, 4));
+    CRect swatch;
+    Picker().GetClientRect(swatch);
+    gallery::PointMouse(Picker().m_hWnd, swatch.Width() / 3, swatch.Height() / 2);
     Picker().SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(4, 4));
 }
 
@@ -81,8 +85,8 @@ const bool registered = gallery::AddPage({
      {L"BUTTON", L"已禁用", BS_PUSHBUTTON | WS_TABSTOP, IDC_DISABLED, 150, 58, 68, 20}},
     &Init,
     nullptr,
-    0});
-
-const bool shown = gallery::AddScreenshotStep(&Show);
+    0,
+    nullptr,
+    &Show});
 
 } // namespace

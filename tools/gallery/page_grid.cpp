@@ -108,8 +108,6 @@ bool Message(HWND dialog, UINT message, WPARAM code, LPARAM lParam, LRESULT& res
 void Pose(HWND)
 {
     Grid().SetItemState(2, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
-    // No editor opens when the cell cannot take the focus (another page's
-    // pop-up holds the mouse); the picture then shows the grid at rest.
     if (CInPlaceEdit* edit = Grid().ShowInPlaceEditEx(2, DRAWING))
         edit->SetWindowText(L"D:\\图纸\\板.dwg");
 }
