@@ -14,11 +14,15 @@ set_source_files_properties(${CMAKE_SOURCE_DIR}/src/res/QMUtil.rc DIRECTORY src
 
 # bin/ the DLL and the programs, lib/ the import library, include/ every
 # header with the path it has under src/, so new folders need no edit here.
+# The headers only the library's own sources include stay out: nothing an
+# application includes reaches them.
 install(TARGETS QMUtil EXPORT QMUtilTargets
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/src/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-  FILES_MATCHING PATTERN "*.h")
+  FILES_MATCHING PATTERN "*.h"
+  PATTERN "res" EXCLUDE
+  REGEX "/(config/OnceSetting|config/ProcessSettings|controls/ColorPalette|frame/Library|platform/win/WndRouting)\\.h$" EXCLUDE)
 install(TARGETS qmtool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 if(TARGET gallery)
   install(TARGETS gallery RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
