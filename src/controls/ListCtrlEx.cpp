@@ -11,6 +11,7 @@ BEGIN_MESSAGE_MAP(CListCtrlEx, CListCtrl)
     ON_NOTIFY(HDN_ITEMCLICKA, 0, &CListCtrlEx::OnHeaderClicked)
     ON_NOTIFY(HDN_ITEMCLICKW, 0, &CListCtrlEx::OnHeaderClicked)
     ON_MESSAGE(WM_INPLACE_CTRL, &CListCtrlEx::OnInPlaceCtrlMsg)
+    ON_MESSAGE(WM_SETREDRAW, &CListCtrlEx::OnSetRedraw)
 END_MESSAGE_MAP()
 
 namespace {
@@ -118,4 +119,24 @@ int CListCtrlEx::SetHeaderToolTip(int realCol, LPCWSTR text)
         return 0;
     item.strToolTip = text;
     return m_wndHeader.SetItemEx(realCol, &item);
+}
+
+LRESULT CListCtrlEx::OnSetRedraw(WPARAM redraw, LPARAM)
+{
+    m_bDrawing = redraw != FALSE;
+    return Default();
+}
+
+CListCtrlEx::DrawingHeld::DrawingHeld(CListCtrlEx& list) : m_list(list), m_held(list.m_bDrawing)
+{
+    if (m_held)
+        m_list.SetRedraw(FALSE);
+}
+
+CListCtrlEx::DrawingHeld::~DrawingHeld()
+{
+    if (!m_held)
+        return;
+    m_list.SetRedraw(TRUE);
+    m_list.Invalidate();
 }

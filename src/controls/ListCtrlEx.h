@@ -146,6 +146,7 @@ public:
     void OnCustomDraw(NMHDR* header, LRESULT* result);
     void OnHeaderClicked(NMHDR* header, LRESULT* result);
     LRESULT OnInPlaceCtrlMsg(WPARAM code, LPARAM record);
+    LRESULT OnSetRedraw(WPARAM redraw, LPARAM);
 
 protected:
     void PreSubclassWindow() override;
@@ -165,6 +166,22 @@ private:
     void DrawCurrentCell(NMLVCUSTOMDRAW* draw);
     template <class Editor> Editor* CreateEditor(DWORD style, UINT id);
 
+    // Holds drawing off while many rows are rewritten (each write would
+    // repaint its row) and draws the list once at the end; a list whose
+    // drawing its owner has stopped stays stopped.
+    class DrawingHeld
+    {
+    public:
+        explicit DrawingHeld(CListCtrlEx& list);
+        ~DrawingHeld();
+        DrawingHeld(const DrawingHeld&) = delete;
+        DrawingHeld& operator=(const DrawingHeld&) = delete;
+
+    private:
+        CListCtrlEx& m_list;
+        const bool m_held;
+    };
+
     CWnd* m_pInPlaceWnd = nullptr;
     DWORD m_dwExStyle = LVEX_HEADERTIP;
     int m_bKeyboardMode = 0;
@@ -175,5 +192,7 @@ private:
     // An editor whose window went behind the list's back, kept until it is
     // safe to delete (its own handler was running when it reported).
     CWnd* m_pClosedWnd = nullptr;
+    // Whether drawing is on (WM_SETREDRAW), which the list does not tell.
+    bool m_bDrawing = true;
     DECLARE_MESSAGE_MAP()
 };

@@ -5,8 +5,9 @@
 
 void CListCtrlEx::Renumber(int from)
 {
-    if (!Serial())
+    if (!Serial() || from >= GetItemCount())
         return;
+    const DrawingHeld held(*this);
     CString number;
     for (int row = from < 0 ? 0 : from, count = GetItemCount(); row < count; ++row)
     {

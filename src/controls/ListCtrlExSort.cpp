@@ -100,34 +100,6 @@ int CListCtrlEx::SortColumn(int realCol, BOOL ascending)
     return 0;
 }
 
-// A sort writes every row two or three times, and the list repaints a row
-// at each write: thousands of rows took seconds. Drawing is held off while
-// the rows are rewritten and the list is drawn once at the end. A list
-// whose drawing the caller has already stopped (WM_SETREDRAW clears its
-// WS_VISIBLE) is left stopped.
-class DrawingHeld
-{
-public:
-    explicit DrawingHeld(CWnd& list) : m_list(list), m_held((list.GetStyle() & WS_VISIBLE) != 0)
-    {
-        if (m_held)
-            m_list.SetRedraw(FALSE);
-    }
-    ~DrawingHeld()
-    {
-        if (!m_held)
-            return;
-        m_list.SetRedraw(TRUE);
-        m_list.Invalidate();
-    }
-    DrawingHeld(const DrawingHeld&) = delete;
-    DrawingHeld& operator=(const DrawingHeld&) = delete;
-
-private:
-    CWnd& m_list;
-    const bool m_held;
-};
-
 // Each row's item data is lent to the sort as the row's index and given
 // back by position afterwards: callers do not rely on item data across a
 // sort.
