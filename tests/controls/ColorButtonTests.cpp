@@ -1,6 +1,5 @@
 // The colour button in a host dialog, driven by real mouse input and read
-// back from the screen: frames per border style and state, the pressed
-// offset, the disabled image, the colour setters and SizeToContent.
+// back from the screen.
 #include <QMUtil.h>
 
 #include "support/HostDialog.h"
@@ -111,10 +110,8 @@ TEST(ColorButton, EachBorderStyleShowsItsFrameWhenNormalHotAndPressed)
             input::MoveTo(h.Window(), 2, 2);
             if (row.state != State::Normal)
                 input::MoveTo(button, rc.right / 2, rc.bottom / 2 - 1);
-            if (row.state == State::Hot)
-                input::MoveTo(button, rc.right / 2, rc.bottom / 2);
-            if (row.state == State::Pressed)
-                input::Press(button, rc.right / 2, rc.bottom / 2);
+            if (row.state != State::Normal)
+                (row.state == State::Hot ? input::MoveTo : input::Press)(button, rc.right / 2, rc.bottom / 2);
             h.Settle();
             Screenshot shot(h.Window());
             if (row.state == State::Pressed)
@@ -134,10 +131,9 @@ TEST(ColorButton, EachBorderStyleShowsItsFrameWhenNormalHotAndPressed)
         }
     }));
     ::DeleteObject(image);
-    // Each press was a click for the dialog.
-    ExpectedMsg clicks[5] = {};
-    for (int i = 0; i < 4; ++i)
-        clicks[i] = {WM_COMMAND, 0, MAKEWPARAM(101 + i, BN_CLICKED), 0};
+    static const ExpectedMsg clicks[] = {
+        {WM_COMMAND, 0, MAKEWPARAM(101, BN_CLICKED), 0}, {WM_COMMAND, 0, MAKEWPARAM(102, BN_CLICKED), 0},
+        {WM_COMMAND, 0, MAKEWPARAM(103, BN_CLICKED), 0}, {WM_COMMAND, 0, MAKEWPARAM(104, BN_CLICKED), 0}, {}};
     EXPECT_TRUE(SequenceMatches(host.Received(), clicks, host.Window()));
 }
 
@@ -244,17 +240,15 @@ TEST(ColorButton, SizeToContentMeasuresAndResizesUnlessTold)
         for (const Row& row : rows)
         {
             SCOPED_TRACE(row.mode);
-            CSize before, got, after;
-            SIZE text{};
+            CSize got, after, text;
             h.OnDialogThread([&] {
                 button.MoveWindow(0, 0, 77, 33);
                 button.SetWindowText(row.text);
                 button.m_displayMode = row.mode;
-                const HDC dc = ::GetDC(button);
-                const HGDIOBJ old = ::SelectObject(dc, reinterpret_cast<HGDIOBJ>(button.SendMessage(WM_GETFONT)));
-                ::GetTextExtentPoint32W(dc, row.text, lstrlenW(row.text), &text);
-                ::SelectObject(dc, old);
-                ::ReleaseDC(button, dc);
+                CClientDC dc(&button);
+                CFont* old = dc.SelectObject(CFont::FromHandle(reinterpret_cast<HFONT>(button.SendMessage(WM_GETFONT))));
+                text = dc.GetTextExtent(row.text, lstrlenW(row.text));
+                dc.SelectObject(old);
                 got = button.SizeToContent(row.noResize);
                 after = CRect(Client(button)).Size();
             });

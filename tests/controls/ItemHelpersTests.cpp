@@ -15,40 +15,36 @@ namespace {
 
 enum : WORD { IDC_LIST = 101, IDC_COMBO, IDC_REPORT, IDC_UP, IDC_DOWN, IDC_DEL, IDC_ROW_UP, IDC_ROW_DOWN, IDC_ROW_DEL };
 
-// A dialog with the three kinds of control and a button per helper; the
-// buttons call the helpers as an application's handlers would.
+// The three kinds of control and a button per helper, calling it as an
+// application's handler would.
+std::vector<DialogItem> Controls()
+{
+    std::vector<DialogItem> items{{L"LISTBOX", L"", WS_BORDER | WS_VSCROLL, IDC_LIST, 5, 5, 80, 60},
+                                  {L"COMBOBOX", L"", CBS_DROPDOWNLIST | WS_VSCROLL, IDC_COMBO, 5, 70, 80, 60},
+                                  {WC_LISTVIEWW, L"", LVS_REPORT | LVS_SHOWSELALWAYS | WS_BORDER, IDC_REPORT, 90, 5, 120, 60}};
+    for (WORD id = IDC_UP; id <= IDC_ROW_DEL; ++id)
+        items.push_back({L"BUTTON", L"B", BS_PUSHBUTTON, id, short(5 + 27 * (id - IDC_UP)), 90, 25, 14});
+    return items;
+}
+
 struct Fixture
 {
     Fixture()
-        : host({{L"LISTBOX", L"", WS_BORDER | WS_VSCROLL, IDC_LIST, 5, 5, 80, 60},
-                {L"COMBOBOX", L"", CBS_DROPDOWNLIST | WS_VSCROLL, IDC_COMBO, 5, 70, 80, 60},
-                {WC_LISTVIEWW, L"", LVS_REPORT | LVS_SHOWSELALWAYS | WS_BORDER, IDC_REPORT, 90, 5, 120, 60},
-                {L"BUTTON", L"Up", BS_PUSHBUTTON, IDC_UP, 5, 90, 25, 14},
-                {L"BUTTON", L"Down", BS_PUSHBUTTON, IDC_DOWN, 32, 90, 25, 14},
-                {L"BUTTON", L"Del", BS_PUSHBUTTON, IDC_DEL, 59, 90, 25, 14},
-                {L"BUTTON", L"Up", BS_PUSHBUTTON, IDC_ROW_UP, 90, 90, 25, 14},
-                {L"BUTTON", L"Down", BS_PUSHBUTTON, IDC_ROW_DOWN, 117, 90, 25, 14},
-                {L"BUTTON", L"Del", BS_PUSHBUTTON, IDC_ROW_DEL, 144, 90, 25, 14}})
     {
         host.onInit = [this](HWND dialog) {
-            CWnd* wnd = CWnd::FromHandle(dialog);
-            box.SubclassDlgItem(IDC_LIST, wnd);
-            report.SubclassDlgItem(IDC_REPORT, wnd);
+            box.SubclassDlgItem(IDC_LIST, CWnd::FromHandle(dialog));
+            report.SubclassDlgItem(IDC_REPORT, CWnd::FromHandle(dialog));
             report.InsertColumn(0, L"名称", LVCFMT_LEFT, 60);
             report.InsertColumn(1, L"值", LVCFMT_LEFT, 50);
         };
         host.onCommand = [this](WPARAM wParam, LPARAM) {
-            if (HIWORD(wParam) != BN_CLICKED)
-                return;
-            switch (LOWORD(wParam))
-            {
-            case IDC_UP: results.push_back(QM::ListBoxUpItem(box)); break;
-            case IDC_DOWN: results.push_back(QM::ListBoxDownItem(box)); break;
-            case IDC_DEL: results.push_back(QM::ListBoxDelItem(box)); break;
-            case IDC_ROW_UP: results.push_back(QM::ListCtrlUpItem(report)); break;
-            case IDC_ROW_DOWN: results.push_back(QM::ListCtrlDownItem(report)); break;
-            case IDC_ROW_DEL: results.push_back(QM::ListCtrlDelItem(report)); break;
-            }
+            using Helper = bool (*)(Fixture&);
+            static const Helper helpers[] = {
+                [](Fixture& f) { return QM::ListBoxUpItem(f.box); },     [](Fixture& f) { return QM::ListBoxDownItem(f.box); },
+                [](Fixture& f) { return QM::ListBoxDelItem(f.box); },    [](Fixture& f) { return QM::ListCtrlUpItem(f.report); },
+                [](Fixture& f) { return QM::ListCtrlDownItem(f.report); }, [](Fixture& f) { return QM::ListCtrlDelItem(f.report); }};
+            if (HIWORD(wParam) == BN_CLICKED && LOWORD(wParam) >= IDC_UP && LOWORD(wParam) <= IDC_ROW_DEL)
+                results.push_back(helpers[LOWORD(wParam) - IDC_UP](*this));
         };
     }
 
@@ -70,7 +66,7 @@ struct Fixture
         return all;
     }
 
-    HostDialog host;
+    HostDialog host{Controls()};
     CListBox box;
     CListCtrl report;
     std::vector<bool> results;
