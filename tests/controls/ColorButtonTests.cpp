@@ -221,7 +221,7 @@ TEST(ColorButton, ColourSettersRepaintAsDocumented)
     }));
 }
 
-TEST(ColorButton, SizeToContentMeasuresAndResizesUnlessTold)
+TEST(ColorButton, SizeToContentToolTipStylesAndRuntimeClass)
 {
     struct Row
     {
@@ -231,12 +231,23 @@ TEST(ColorButton, SizeToContentMeasuresAndResizesUnlessTold)
     };
     const Row rows[] = {{0, L"", 1}, {0, L"", 0}, {1, L"颜色", 0}, {2, L"颜色", 1}, {2, L"", 0}};
     HostDialog host(Buttons(1));
-    CColorButtonEx button;
+    CColorButtonEx button, created;
+    CString first, second;
+    HWND tipBefore = reinterpret_cast<HWND>(1);
     host.onInit = [&](HWND dialog) {
         button.SubclassDlgItem(101, CWnd::FromHandle(dialog));
         button.SetImage(TwoColourBitmap(16, kRed, kRed), 1, nullptr);
+        created.Create(L"x", WS_CHILD | BS_PUSHBUTTON, CRect(0, 0, 20, 20), CWnd::FromHandle(dialog), 102);
+        button.SetTooltip(nullptr);
+        tipBefore = button.GetToolTipCtrl().GetSafeHwnd();
+        button.SetTooltip(L"选择颜色");
+        button.GetToolTipCtrl().GetText(first, &button);
+        button.SetTooltip(L"second");
+        button.GetToolTipCtrl().GetText(second, &button);
     };
     ASSERT_TRUE(host.RunModal([&](HostDialog& h) {
+        EXPECT_EQ(::GetWindowLongW(h.Item(101), GWL_STYLE) & BS_TYPEMASK, BS_OWNERDRAW);
+        EXPECT_EQ(::GetWindowLongW(h.Item(102), GWL_STYLE) & BS_TYPEMASK, BS_OWNERDRAW);
         for (const Row& row : rows)
         {
             SCOPED_TRACE(row.mode);
@@ -252,35 +263,12 @@ TEST(ColorButton, SizeToContentMeasuresAndResizesUnlessTold)
                 got = button.SizeToContent(row.noResize);
                 after = CRect(Client(button)).Size();
             });
-            const int textWidth = *row.text ? text.cx + 10 : 0;
             const CSize want = row.mode == 0   ? CSize(26, 18)
                                : row.mode == 1 ? CSize(text.cx + 10, text.cy + 10)
-                                               : CSize(26 + textWidth, std::max<int>(text.cy, 8) + 10);
+                                               : CSize(26 + (*row.text ? text.cx + 10 : 0), std::max<int>(text.cy, 8) + 10);
             EXPECT_EQ(got, want);
             EXPECT_EQ(after, row.noResize ? CSize(77, 33) : want);
         }
-    }));
-}
-
-TEST(ColorButton, StylesRuntimeClassAndToolTip)
-{
-    HostDialog host(Buttons(1));
-    CColorButtonEx button, created;
-    CString first, second;
-    HWND tipBefore = reinterpret_cast<HWND>(1);
-    host.onInit = [&](HWND dialog) {
-        button.SubclassDlgItem(101, CWnd::FromHandle(dialog));
-        created.Create(L"x", WS_CHILD | BS_PUSHBUTTON, CRect(0, 0, 20, 20), CWnd::FromHandle(dialog), 102);
-        button.SetTooltip(nullptr);
-        tipBefore = button.GetToolTipCtrl().GetSafeHwnd();
-        button.SetTooltip(L"选择颜色");
-        button.GetToolTipCtrl().GetText(first, &button);
-        button.SetTooltip(L"second");
-        button.GetToolTipCtrl().GetText(second, &button);
-    };
-    ASSERT_TRUE(host.RunModal([&](HostDialog& h) {
-        EXPECT_EQ(::GetWindowLongW(h.Item(101), GWL_STYLE) & BS_TYPEMASK, BS_OWNERDRAW);
-        EXPECT_EQ(::GetWindowLongW(h.Item(102), GWL_STYLE) & BS_TYPEMASK, BS_OWNERDRAW);
     }));
     EXPECT_EQ(tipBefore, nullptr);
     EXPECT_EQ(first, CString(L"选择颜色"));

@@ -335,7 +335,7 @@ const RecordRow kRecords[] = {
     {HDF_EX_AUTOWIDTH | HDF_EX_INCLUDESORT, 0, 0, 26},
 };
 
-TEST_F(FlatHeaderTest, ExtendedRecordsLimitTheWidthAndFollowTheColumns)
+TEST_F(FlatHeaderTest, ExtendedRecordsLimitTheWidthAndFollowTheColumnsAndPropertiesAreChecked)
 {
     Run(2, 80, [&](HostDialog& h) {
         h.OnDialogThread([&] {
@@ -365,14 +365,7 @@ TEST_F(FlatHeaderTest, ExtendedRecordsLimitTheWidthAndFollowTheColumns)
             EXPECT_FALSE(header.GetItemEx(2, &ex));
             EXPECT_FALSE(header.SetItemEx(2, &ex));
             EXPECT_TRUE(qmtest::ThrowsInvalidArg([&] { header.GetItemEx(-1, &ex); }));
-        });
-    });
-}
-
-TEST_F(FlatHeaderTest, OnlyPropertiesOneToSevenAreTakenAndRepaint)
-{
-    Run(2, 80, [&](HostDialog& h) {
-        h.OnDialogThread([&] {
+            // Only properties 1 to 7 are taken, and each repaints.
             for (int property = 0; property <= 8; ++property)
             {
                 header.ValidateRect(nullptr);

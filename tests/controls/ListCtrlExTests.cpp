@@ -17,6 +17,7 @@ namespace {
 enum : WORD { IDC_GRID = 101, IDC_OK = 102 };
 enum UserColumn { NAME, COUNT, MATERIAL, DATE, DRAWING, NOTE };  // real column = user + 1
 const wchar_t* const kPath = L"D:\\图纸\\梁.dwg";
+const SYSTEMTIME kDay{2024, 3, 0, 5, 0, 0, 0, 0};
 
 struct Grid
 {
@@ -30,7 +31,19 @@ struct Grid
     {
         host.onInit = [this](HWND dialog) { Fill(dialog); };
         host.onMessage = [this](UINT message, WPARAM code, LPARAM lParam, LRESULT& result) {
-            return Answer(message, code, lParam, result);
+            if (message == WM_NOTIFY && reinterpret_cast<NMHDR*>(lParam)->code == LVN_BEGINLABELEDITW)
+            {
+                const LVITEMW& item = reinterpret_cast<NMLVDISPINFOW*>(lParam)->item;
+                begins += std::to_wstring(item.iItem) + L"," + std::to_wstring(item.iSubItem) + L" ";
+                OpenEditor(item.iItem, item.iSubItem);
+            }
+            if (message != WM_INPLACE_CTRL)
+                return false;
+            INPLACEMSG* record = reinterpret_cast<INPLACEMSG*>(lParam);
+            if (code == IPN_BUTTON)
+                record->strText = kPath;
+            result = code == IPN_VALIDATE && record->strText == L"bad" ? 1 : 0;
+            return true;
         };
     }
 
@@ -50,24 +63,6 @@ struct Grid
         }
         list.SetSort(1 + NAME, SORT_STRING);
         list.SetSort(1 + COUNT, SORT_NUMBER);
-    }
-
-    bool Answer(UINT message, WPARAM code, LPARAM lParam, LRESULT& result)
-    {
-        if (message == WM_NOTIFY && reinterpret_cast<NMHDR*>(lParam)->code == LVN_BEGINLABELEDITW)
-        {
-            const LVITEMW& item = reinterpret_cast<NMLVDISPINFOW*>(lParam)->item;
-            begins += std::to_wstring(item.iItem) + L"," + std::to_wstring(item.iSubItem) + L" ";
-            OpenEditor(item.iItem, item.iSubItem);
-            return false;
-        }
-        if (message != WM_INPLACE_CTRL)
-            return false;
-        INPLACEMSG* record = reinterpret_cast<INPLACEMSG*>(lParam);
-        if (code == IPN_BUTTON)
-            record->strText = kPath;
-        result = code == IPN_VALIDATE && record->strText == L"bad" ? 1 : 0;
-        return true;
     }
 
     void OpenEditor(int row, int column)
@@ -90,10 +85,7 @@ struct Grid
             combo->SelectString(-1, list.GetItemText(row, column));
         }
         else if (column == DATE)
-        {
-            SYSTEMTIME day{2024, 3, 0, 5, 0, 0, 0, 0};
-            list.ShowInPlaceDateTimeCtrl(row, column)->SetTime(&day);
-        }
+            list.ShowInPlaceDateTimeCtrl(row, column)->SetTime(&kDay);
     }
 
     HWND List() const { return list.GetSafeHwnd(); }
@@ -155,6 +147,17 @@ std::vector<ReceivedMsg> EditingTalk(const HostDialog& host)
     return talk;
 }
 
+// Runs `check` on each row in a grid of its own.
+template <class Row, size_t N, class Check>
+void EachInFreshGrid(const Row (&rows)[N], Check check)
+{
+    for (const Row& row : rows)
+    {
+        Grid grid;
+        ASSERT_TRUE(grid.host.RunModal([&](HostDialog& h) { check(grid, h, row); }));
+    }
+}
+
 const ExpectedMsg B = {WM_NOTIFY, 0, IDC_GRID, static_cast<UINT>(LVN_BEGINLABELEDITW)};
 const ExpectedMsg V = {WM_INPLACE_CTRL, 0, IPN_VALIDATE, 0};
 const ExpectedMsg K = {WM_INPLACE_CTRL, 0, IPN_BUTTON, 0};
@@ -204,20 +207,17 @@ const EditCase kEdits[] = {
 
 TEST(ListCtrlEx, EditsEndAsTheParentAnswers)
 {
-    for (const EditCase& c : kEdits)
-    {
-        Grid grid;
-        ASSERT_TRUE(grid.host.RunModal([&](HostDialog& h) {
-            c.act(grid);
-            h.Settle();
-            EXPECT_TRUE(SequenceMatches(EditingTalk(h), c.talk, h.Window())) << c.name;
-            EXPECT_EQ(grid.begins, c.begins) << c.name;
-            EXPECT_EQ(grid.Column(NAME), c.names) << c.name;
-            EXPECT_EQ(grid.Column(c.column), c.texts) << c.name;
-            EXPECT_EQ(grid.Serials(), L"1 2 3 4 ") << c.name;
-            EXPECT_EQ(grid.EditorOpen(), c.open) << c.name;
-        }));
-    }
+    EachInFreshGrid(kEdits, [](Grid& grid, HostDialog& h, const EditCase& c) {
+        SCOPED_TRACE(c.name);
+        c.act(grid);
+        h.Settle();
+        EXPECT_TRUE(SequenceMatches(EditingTalk(h), c.talk, h.Window()));
+        EXPECT_EQ(grid.begins, c.begins);
+        EXPECT_EQ(grid.Column(NAME), c.names);
+        EXPECT_EQ(grid.Column(c.column), c.texts);
+        EXPECT_EQ(grid.Serials(), L"1 2 3 4 ");
+        EXPECT_EQ(grid.EditorOpen(), c.open);
+    });
 }
 
 struct TypingCase
@@ -242,21 +242,17 @@ const TypingCase kTyping[] = {
 
 TEST(ListCtrlEx, TypingIntoAnEdit)
 {
-    for (const TypingCase& c : kTyping)
-    {
-        Grid grid;
-        ASSERT_TRUE(grid.host.RunModal([&](HostDialog& h) {
-            grid.ClickCell(1, c.column);
-            input::Type(c.typed);
-            for (const wchar_t* key = c.keys; *key != L'\0'; ++key)
-                input::Key(*key);
-            h.Settle();
-            CString shown;
-            h.OnDialogThread([&] { grid.list.GetIpPlaceWnd()->GetWindowText(shown); });
-            EXPECT_EQ(std::wstring(shown), c.shown) << c.column << " " << testing::PrintToString(std::wstring(c.typed));
-            EXPECT_EQ(grid.begins, c.begins);
-        }));
-    }
+    EachInFreshGrid(kTyping, [](Grid& grid, HostDialog& h, const TypingCase& c) {
+        grid.ClickCell(1, c.column);
+        input::Type(c.typed);
+        for (const wchar_t* key = c.keys; *key != L'\0'; ++key)
+            input::Key(*key);
+        h.Settle();
+        CString shown;
+        h.OnDialogThread([&] { grid.list.GetIpPlaceWnd()->GetWindowText(shown); });
+        EXPECT_EQ(std::wstring(shown), c.shown) << c.column << " " << testing::PrintToString(std::wstring(c.typed));
+        EXPECT_EQ(grid.begins, c.begins);
+    });
 }
 
 struct SortCase
@@ -278,16 +274,12 @@ const SortCase kSorts[] = {
 
 TEST(ListCtrlEx, HeaderClicksSortByTheColumnsRuleAndKeepTheNumbers)
 {
-    for (const SortCase& c : kSorts)
-    {
-        Grid grid;
-        ASSERT_TRUE(grid.host.RunModal([&](HostDialog&) {
-            for (int click = 0; click < c.clicks; ++click)
-                grid.ClickHeader(c.realColumn);
-            EXPECT_EQ(grid.Column(NAME), c.names) << c.realColumn << " x" << c.clicks;
-            EXPECT_EQ(grid.Serials(), L"1 2 3 4 ");
-        }));
-    }
+    EachInFreshGrid(kSorts, [](Grid& grid, HostDialog&, const SortCase& c) {
+        for (int click = 0; click < c.clicks; ++click)
+            grid.ClickHeader(c.realColumn);
+        EXPECT_EQ(grid.Column(NAME), c.names) << c.realColumn << " x" << c.clicks;
+        EXPECT_EQ(grid.Serials(), L"1 2 3 4 ");
+    });
 }
 
 struct RowCase
@@ -316,17 +308,13 @@ const RowCase kRows[] = {
 
 TEST(ListCtrlEx, RowsMoveTheirTextsAndTheNumbersStay)
 {
-    for (const RowCase& c : kRows)
-    {
-        Grid grid;
-        ASSERT_TRUE(grid.host.RunModal([&](HostDialog& h) {
-            int result = 0;
-            h.OnDialogThread([&] { result = c.act(grid.list); });
-            EXPECT_EQ(result, c.result) << c.name;
-            EXPECT_EQ(grid.Column(NAME), c.names) << c.name;
-            EXPECT_EQ(grid.Serials(), c.serials) << c.name;
-        }));
-    }
+    EachInFreshGrid(kRows, [](Grid& grid, HostDialog& h, const RowCase& c) {
+        int result = 0;
+        h.OnDialogThread([&] { result = c.act(grid.list); });
+        EXPECT_EQ(result, c.result) << c.name;
+        EXPECT_EQ(grid.Column(NAME), c.names) << c.name;
+        EXPECT_EQ(grid.Serials(), c.serials) << c.name;
+    });
 }
 
 TEST(ListCtrlEx, EditorsColumnsBadArgumentsAndTheTieRule)

@@ -1,11 +1,13 @@
-// The numeric edit box typed into through the real input queue, inside a
-// host's modal dialog.
+// The numeric edit box in a host dialog, typed into through the real input queue.
 #include <QMUtil.h>
 
 #include "support/HostDialog.h"
 #include "support/Input.h"
 
 #include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
 
 namespace {
 
@@ -62,25 +64,19 @@ TEST(NumEditEx, TypedTextIsFilteredAndCheckedWhenTheFocusLeaves)
             h.Focus(IDC_NUM);
             input::Type(row.typed);
             h.Settle();
-            EXPECT_EQ(h.Text(IDC_NUM), row.shown) << "typing " << testing::PrintToString(std::wstring(row.typed));
+            SCOPED_TRACE(testing::PrintToString(std::wstring(row.typed)));
+            EXPECT_EQ(h.Text(IDC_NUM), row.shown);
             DWORD start = 0, end = 0;
             ::SendMessageW(h.Item(IDC_NUM), EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
-            EXPECT_TRUE(start == end && end == wcslen(row.shown))
-                << "caret " << start << "-" << end << " after " << testing::PrintToString(std::wstring(row.typed));
+            EXPECT_TRUE(start == end && end == wcslen(row.shown)) << "caret " << start << "-" << end;
             h.Focus(IDC_OTHER);
-            EXPECT_EQ(h.Text(IDC_NUM), row.left) << "typing " << testing::PrintToString(std::wstring(row.typed));
+            EXPECT_EQ(h.Text(IDC_NUM), row.left);
         }
     }));
 }
 
-struct Tip
-{
-    std::wstring text;
-    bool visible;
-};
-
-// Tool 1 of the edit as the tool tip of the edit's thread that has it holds it.
-Tip FindTip(HWND edit)
+// Tool 1 of the edit, as the tool tip of the edit's thread holds it, and whether it shows.
+std::pair<std::wstring, bool> FindTip(HWND edit)
 {
     const DWORD thread = ::GetWindowThreadProcessId(edit, nullptr);
     for (HWND tip = nullptr; (tip = ::FindWindowExW(nullptr, tip, TOOLTIPS_CLASSW, nullptr)) != nullptr;)
@@ -127,7 +123,7 @@ TEST(NumEditEx, ToolTipStatesTheRangeAndTheDefault)
             h.OnDialogThread([&] { edit.SetAllValue(row.def, row.min, row.max); });
             EXPECT_EQ(h.Text(IDC_NUM), row.shown);
             h.Focus(IDC_NUM);
-            EXPECT_TRUE(row.tip == nullptr || FindTip(h.Item(IDC_NUM)).text == row.tip) << row.def;
+            EXPECT_TRUE(row.tip == nullptr || FindTip(h.Item(IDC_NUM)).first == row.tip) << row.def;
         }
         double values[2] = {};
         h.OnDialogThread([&] {
@@ -143,7 +139,7 @@ TEST(NumEditEx, ToolTipStatesTheRangeAndTheDefault)
         input::MoveTo(h.Item(IDC_NUM), 12, 6);
         ::Sleep(1200);
         h.Settle();
-        EXPECT_TRUE(FindTip(h.Item(IDC_NUM)).visible);
+        EXPECT_TRUE(FindTip(h.Item(IDC_NUM)).second);
     }));
 }
 
