@@ -55,12 +55,6 @@ POINT RedCorner(const Screenshot& shot, HWND button)
     return POINT{-1, -1};
 }
 
-void KeepOnFailure(const Screenshot& shot, const std::wstring& name)
-{
-    if (::testing::Test::HasFailure())
-        shot.SavePng((name + L".png").c_str());
-}
-
 enum class State { Normal, Hot, Pressed };
 enum Edge { B, H, D, L, S };  // background, highlight, dark shadow, light, shadow
 
@@ -126,7 +120,6 @@ TEST(ColorButton, EachBorderStyleShowsItsFrameWhenNormalHotAndPressed)
                 normalCorner[row.style] = corner;
             EXPECT_EQ(corner.x, normalCorner[row.style].x + row.shift);
             EXPECT_EQ(corner.y, normalCorner[row.style].y + row.shift);
-            KeepOnFailure(shot, L"colorbutton-frames");
             h.Settle();
         }
     }));
@@ -170,7 +163,6 @@ TEST(ColorButton, DisabledBitmapLetsTheBackgroundShowWhereTheFaceWas)
             SCOPED_TRACE(row.enabled ? "enabled" : "disabled");
             EXPECT_EQ(shot.PixelOf(h.Item(101), cx - 5, cy - 1), row.faceHalf);
             EXPECT_EQ(shot.PixelOf(h.Item(101), cx + 4, cy - 1), row.darkHalf);
-            KeepOnFailure(shot, L"colorbutton-disabled");
         }
     }));
 }

@@ -98,10 +98,10 @@ struct DragRow
 {
     const char* name;
     int column, target;
-    bool rightHalf;           // dropped on the right half of `target`
+    bool rightHalf;  // dropped on the right half of `target`
     LRESULT beginDragAnswer, endDragAnswer;
-    std::vector<int> order;   // afterwards
-    int marker;               // display position of the marked gap, -1: none
+    std::vector<int> order;  // afterwards, and the display position of the marked gap (-1: none)
+    int marker;
 };
 
 const DragRow kDrags[] = {
@@ -187,8 +187,8 @@ struct AutoSizeRow
     std::vector<int> widths, minima, maxima;
     int fixedColumn;  // -1: none
     std::vector<int> fitted;
-    int draggedTo;    // resizing: the new right edge of column 0
-    int clipWidth;    // of the band the cursor is kept in while resizing
+    // Resizing: the new right edge of column 0, and the width of the band the cursor is kept in meanwhile.
+    int draggedTo, clipWidth;
 };
 
 const AutoSizeRow kAutoSizes[] = {
@@ -323,8 +323,7 @@ TEST_F(FlatHeaderTest, TheToolTipShowsTheTextOfTheColumnUnderTheMouseWhole)
 struct RecordRow
 {
     UINT style;
-    int minimum, maximum;
-    int extra;  // expected width: 80 + extra, or with HDF_EX_AUTOWIDTH the text's extent + extra
+    int minimum, maximum, extra;  // expected width: 80 + extra, or with HDF_EX_AUTOWIDTH the text's extent + extra
 };
 
 const RecordRow kRecords[] = {

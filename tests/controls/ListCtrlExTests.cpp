@@ -169,11 +169,10 @@ struct EditCase
     const char* name;
     void (*act)(Grid&);
     ExpectedMsg talk[8];
-    const wchar_t* begins;     // cells the parent was asked to edit
-    const wchar_t* names;      // user column NAME afterwards
-    int column;                // and this user column
+    const wchar_t *begins, *names;  // cells the parent was asked to edit; user column NAME afterwards
+    int column;                     // and this user column
     const wchar_t* texts;
-    bool open;                 // an editor is still open
+    bool open;                      // an editor is still open
 };
 
 const EditCase kEdits[] = {
@@ -223,10 +222,7 @@ TEST(ListCtrlEx, EditsEndAsTheParentAnswers)
 struct TypingCase
 {
     int column;
-    const wchar_t* typed;
-    const wchar_t* keys;    // virtual keys pressed after typing
-    const wchar_t* shown;   // the open editor's text
-    const wchar_t* begins;
+    const wchar_t *typed, *keys, *shown, *begins;  // keys: virtual keys after typing; shown: the editor's text
 };
 
 const TypingCase kTyping[] = {
@@ -257,8 +253,7 @@ TEST(ListCtrlEx, TypingIntoAnEdit)
 
 struct SortCase
 {
-    int realColumn;
-    int clicks;
+    int realColumn, clicks;
     const wchar_t* names;
 };
 
@@ -287,8 +282,7 @@ struct RowCase
     const char* name;
     int (*act)(CListCtrlEx&);
     int result;
-    const wchar_t* names;
-    const wchar_t* serials;
+    const wchar_t *names, *serials;
 };
 
 const RowCase kRows[] = {

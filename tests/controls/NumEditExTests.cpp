@@ -30,10 +30,7 @@ struct TypingRow
 {
     const wchar_t *def, *min, *max;
     int integerOnly;
-    const wchar_t* start;   // text before typing, caret at its start
-    const wchar_t* typed;
-    const wchar_t* shown;   // text after typing
-    const wchar_t* left;    // text after the focus left
+    const wchar_t *start, *typed, *shown, *left;  // the text before (caret at 0), typed, after, once the focus left
 };
 
 const TypingRow kTyping[] = {
@@ -97,9 +94,7 @@ std::pair<std::wstring, bool> FindTip(HWND edit)
 
 struct TipRow
 {
-    const wchar_t *def, *min, *max;
-    const wchar_t* tip;    // nullptr: not checked
-    const wchar_t* shown;  // the default, formatted
+    const wchar_t *def, *min, *max, *tip, *shown;  // tip nullptr: not checked; shown: the default, formatted
 };
 
 const TipRow kTips[] = {

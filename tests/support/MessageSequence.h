@@ -30,11 +30,11 @@ struct ExpectedMsg
     UINT code;
 };
 
-inline std::string Describe(UINT message, WPARAM wParam, LPARAM lParam, UINT code)
+inline std::string Describe(const ReceivedMsg& msg)
 {
     std::ostringstream text;
-    text << "msg 0x" << std::hex << message << " wParam 0x" << wParam << " lParam 0x" << lParam << " code " << std::dec
-         << static_cast<int>(code);
+    text << "msg 0x" << std::hex << msg.message << " wParam 0x" << msg.wParam << " lParam 0x" << msg.lParam
+         << " code " << std::dec << static_cast<int>(msg.code);
     return text.str();
 }
 
@@ -51,14 +51,11 @@ inline ::testing::AssertionResult SequenceMatches(const std::vector<ReceivedMsg>
             ++at;
         else if ((want->flags & kOptional) == 0)
             return ::testing::AssertionFailure()
-                   << "expected " << Describe(want->message, want->wParam, 0, want->code)
+                   << "expected " << Describe({want->message, want->wParam, 0, want->code})
                    << (want->flags & kLParamIsHost ? " from the host" : "") << ", received "
-                   << (at < got.size() ? Describe(got[at].message, got[at].wParam, got[at].lParam, got[at].code)
-                                       : "nothing")
-                   << " (entry " << at << " of " << got.size() << ")";
+                   << (at < got.size() ? Describe(got[at]) : "nothing") << " (entry " << at << " of " << got.size() << ")";
     }
     if (at != got.size())
-        return ::testing::AssertionFailure()
-               << "unexpected " << Describe(got[at].message, got[at].wParam, got[at].lParam, got[at].code);
+        return ::testing::AssertionFailure() << "unexpected " << Describe(got[at]);
     return ::testing::AssertionSuccess();
 }

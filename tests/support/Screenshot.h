@@ -1,5 +1,4 @@
-// Screenshot.h - what a window shows on screen, with pixel look-ups, saved
-// as PNG when a test wants to keep it.
+// Screenshot.h - what a window shows on screen, with pixel look-ups.
 //
 //   EXPECT_EQ(Screenshot(host.Window()).PixelOf(button, 0, 0), RGB(255, 0, 0));
 #pragma once
@@ -43,7 +42,6 @@ public:
         ::GetWindowRect(m_window, &outline);
         return Pixel(p.x - outline.left, p.y - outline.top);
     }
-    bool SavePng(const wchar_t* path) const { return m_bitmap != nullptr && SUCCEEDED(qmimage::SavePng(m_bitmap, path)); }
 
 private:
     HWND m_window;

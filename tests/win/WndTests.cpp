@@ -17,8 +17,7 @@ class ProbeEdit : public CEdit
 public:
     BOOL PreTranslateMessage(MSG* msg) override
     {
-        if (msg->message == WM_KEYDOWN)
-            ++keyDowns;
+        keyDowns += msg->message == WM_KEYDOWN;
         return msg->message == WM_CHAR && msg->wParam == L'x';
     }
     void OnChange() { ++changes; }
