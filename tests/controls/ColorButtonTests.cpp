@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -135,13 +136,7 @@ TEST(ColorButton, EachBorderStyleShowsItsFrameWhenNormalHotAndPressed)
 // dark pixels are drawn in the shadow colour.
 TEST(ColorButton, DisabledBitmapLetsTheBackgroundShowWhereTheFaceWas)
 {
-    struct Row
-    {
-        bool enabled;
-        COLORREF faceHalf, darkHalf;
-    };
     const COLORREF face = ::GetSysColor(COLOR_BTNFACE);
-    const Row rows[] = {{true, face, RGB(0, 0, 0)}, {false, kBack, ::GetSysColor(COLOR_BTNSHADOW)}};
     HostDialog host(Buttons(1));
     CColorButtonEx button;
     host.onInit = [&](HWND dialog) {
@@ -153,16 +148,16 @@ TEST(ColorButton, DisabledBitmapLetsTheBackgroundShowWhereTheFaceWas)
     ASSERT_TRUE(host.RunModal([&](HostDialog& h) {
         ::CoInitialize(nullptr);
         input::MoveTo(h.Window(), 2, 2);
-        for (const Row& row : rows)
+        for (const bool enabled : {true, false})
         {
-            h.OnDialogThread([&] { row.enabled ? button.Enable() : button.Disable(); });
+            h.OnDialogThread([&] { enabled ? button.Enable() : button.Disable(); });
             h.Settle();
             Screenshot shot(h.Window());
             const RECT rc = Client(h.Item(101));
             const int cx = rc.right / 2, cy = rc.bottom / 2;
-            SCOPED_TRACE(row.enabled ? "enabled" : "disabled");
-            EXPECT_EQ(shot.PixelOf(h.Item(101), cx - 5, cy - 1), row.faceHalf);
-            EXPECT_EQ(shot.PixelOf(h.Item(101), cx + 4, cy - 1), row.darkHalf);
+            SCOPED_TRACE(enabled ? "enabled" : "disabled");
+            EXPECT_EQ(shot.PixelOf(h.Item(101), cx - 5, cy - 1), enabled ? face : kBack);
+            EXPECT_EQ(shot.PixelOf(h.Item(101), cx + 4, cy - 1), enabled ? RGB(0, 0, 0) : ::GetSysColor(COLOR_BTNSHADOW));
         }
     }));
 }
@@ -172,15 +167,8 @@ TEST(ColorButton, DisabledBitmapLetsTheBackgroundShowWhereTheFaceWas)
 TEST(ColorButton, ColourSettersRepaintAsDocumented)
 {
     using Setter = void (CColorButtonEx::*)(DWORD);
-    struct Row
-    {
-        Setter set;
-        bool showsAtOnce;
-    };
-    const Row rows[] = {{&CColorButtonEx::SetBkColor, true},
-                        {&CColorButtonEx::SetTxtColor, true},
-                        {&CColorButtonEx::SetTextColor, false},
-                        {&CColorButtonEx::SetTextHotColor, false}};
+    const std::pair<Setter, bool> rows[] = {{&CColorButtonEx::SetBkColor, true}, {&CColorButtonEx::SetTxtColor, true},
+                                            {&CColorButtonEx::SetTextColor, false}, {&CColorButtonEx::SetTextHotColor, false}};
     HostDialog host(Buttons(4, L"MMMM"));
     CColorButtonEx buttons[4];
     host.onInit = [&](HWND dialog) {
@@ -201,8 +189,8 @@ TEST(ColorButton, ColourSettersRepaintAsDocumented)
         for (int i = 0; i < 4; ++i)
         {
             SCOPED_TRACE(i);
-            h.OnDialogThread([&] { (buttons[i].*rows[i].set)(kRed); });
-            EXPECT_EQ(redPixels(h.Item(101 + i)) > 0, rows[i].showsAtOnce);
+            h.OnDialogThread([&] { (buttons[i].*rows[i].first)(kRed); });
+            EXPECT_EQ(redPixels(h.Item(101 + i)) > 0, rows[i].second);
             h.OnDialogThread([&] { buttons[i].RedrawWindow(); });
             EXPECT_EQ(redPixels(h.Item(101 + i)) > 0, i != 3);
         }

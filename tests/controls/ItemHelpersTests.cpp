@@ -36,14 +36,16 @@ struct Fixture
             report.InsertColumn(0, L"名称", LVCFMT_LEFT, 60);
             report.InsertColumn(1, L"值", LVCFMT_LEFT, 50);
         };
-        host.onCommand = [this](WPARAM wParam, LPARAM) {
+        host.onMessage = [this](UINT message, WPARAM wParam, LPARAM, LRESULT&) {
             using Helper = bool (*)(Fixture&);
             static const Helper helpers[] = {
                 [](Fixture& f) { return QM::ListBoxUpItem(f.box); },     [](Fixture& f) { return QM::ListBoxDownItem(f.box); },
                 [](Fixture& f) { return QM::ListBoxDelItem(f.box); },    [](Fixture& f) { return QM::ListCtrlUpItem(f.report); },
                 [](Fixture& f) { return QM::ListCtrlDownItem(f.report); }, [](Fixture& f) { return QM::ListCtrlDelItem(f.report); }};
-            if (HIWORD(wParam) == BN_CLICKED && LOWORD(wParam) >= IDC_UP && LOWORD(wParam) <= IDC_ROW_DEL)
+            if (message == WM_COMMAND && HIWORD(wParam) == BN_CLICKED && LOWORD(wParam) >= IDC_UP &&
+                LOWORD(wParam) <= IDC_ROW_DEL)
                 results.push_back(helpers[LOWORD(wParam) - IDC_UP](*this));
+            return false;
         };
     }
 
@@ -148,14 +150,9 @@ TEST(ItemHelpers, ListCtrlButtonsSwapTextsOfTheFirstSelectedRow)
         }
     }));
     EXPECT_EQ(f.results, (std::vector<bool>{true, false, true, true, true, true, false}));
-    EXPECT_EQ(states, (std::vector<std::wstring>{
-                          L"乙2* 甲1* 丙3* ",  // the upper row selected, the old one still is
-                          L"乙2* 甲1* 丙3* ",  // row 0 cannot go up
-                          L"甲1* 乙2* 丙3* ",
-                          L"乙2* 丙3* ",
-                          L"丙3* ",
-                          L"",
-                          L""}));
+    // The upper row is selected and the old one still is; row 0 cannot go up.
+    EXPECT_EQ(states, (std::vector<std::wstring>{L"乙2* 甲1* 丙3* ", L"乙2* 甲1* 丙3* ", L"甲1* 乙2* 丙3* ",
+                                                 L"乙2* 丙3* ", L"丙3* ", L"", L""}));
 }
 
 TEST(ItemHelpers, SelectingByIndexOrTextReportsToTheDialog)
@@ -185,13 +182,9 @@ TEST(ItemHelpers, SelectingByIndexOrTextReportsToTheDialog)
         });
     }));
     EXPECT_EQ(got, (std::vector<bool>{true, true, true, false, false, true, true, false, false}));
-    static const ExpectedMsg kSelections[] = {
-        {WM_COMMAND, kLParamIsHost, MAKEWPARAM(IDC_LIST, LBN_SELCHANGE), 0},
-        {WM_COMMAND, kLParamIsHost, MAKEWPARAM(IDC_LIST, LBN_SELCHANGE), 0},
-        {WM_COMMAND, kLParamIsHost, MAKEWPARAM(IDC_LIST, LBN_SELCHANGE), 0},
-        {WM_COMMAND, kLParamIsHost, MAKEWPARAM(IDC_COMBO, CBN_SELCHANGE), 0},
-        {WM_COMMAND, kLParamIsHost, MAKEWPARAM(IDC_COMBO, CBN_SELCHANGE), 0},
-        {0, 0, 0, 0}};
+    const ExpectedMsg list = {WM_COMMAND, kLParamIsHost, MAKEWPARAM(IDC_LIST, LBN_SELCHANGE), 0},
+                      combo = {WM_COMMAND, kLParamIsHost, MAKEWPARAM(IDC_COMBO, CBN_SELCHANGE), 0};
+    const ExpectedMsg kSelections[] = {list, list, list, combo, combo, {}};
     EXPECT_TRUE(SequenceMatches(f.host.Received(), kSelections, f.host.Window()));
 }
 

@@ -96,9 +96,7 @@ INT_PTR CALLBACK HostDialog::Proc(HWND dialog, UINT message, WPARAM wParam, LPAR
         self->m_received.push_back(ReceivedMsg{message, wParam, message == WM_NOTIFY ? 0 : lParam, code});
     }
     LRESULT result = 0;
-    if (message == WM_COMMAND && self->onCommand)
-        self->onCommand(wParam, lParam);
-    if (message == WM_COMMAND || !self->onMessage || !self->onMessage(message, wParam, lParam, result))
+    if (!self->onMessage || !self->onMessage(message, wParam, lParam, result))
         return message == WM_COMMAND;
     ::SetWindowLongPtrW(dialog, DWLP_MSGRESULT, result);
     return TRUE;

@@ -33,10 +33,9 @@ class HostDialog
 public:
     explicit HostDialog(std::vector<DialogItem> items, short cx = 220, short cy = 140);
 
-    // On the dialog's thread: at WM_INITDIALOG, for each WM_COMMAND, and for
-    // WM_NOTIFY and the WM_USER range (true sends `result` back).
+    // On the dialog's thread: at WM_INITDIALOG, and for WM_COMMAND, WM_NOTIFY
+    // and the WM_USER range (true sends `result` back).
     std::function<void(HWND dialog)> onInit;
-    std::function<void(WPARAM wParam, LPARAM lParam)> onCommand;
     std::function<bool(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)> onMessage;
 
     // Shows the dialog until `script` returns; false when it never showed.
