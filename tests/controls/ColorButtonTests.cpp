@@ -1,6 +1,5 @@
 // The colour button in a host dialog, driven by real mouse input and read
-// back from the screen: frames per border style and state, the pressed
-// offset, the disabled image, the colour setters and SizeToContent.
+// back from the screen.
 #include <QMUtil.h>
 
 #include "support/HostDialog.h"
@@ -10,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -54,12 +54,6 @@ POINT RedCorner(const Screenshot& shot, HWND button)
             if (shot.PixelOf(button, x, y) == kRed)
                 return POINT{x, y};
     return POINT{-1, -1};
-}
-
-void KeepOnFailure(const Screenshot& shot, const std::wstring& name)
-{
-    if (::testing::Test::HasFailure())
-        shot.SavePng((name + L".png").c_str());
 }
 
 enum class State { Normal, Hot, Pressed };
@@ -111,10 +105,8 @@ TEST(ColorButton, EachBorderStyleShowsItsFrameWhenNormalHotAndPressed)
             input::MoveTo(h.Window(), 2, 2);
             if (row.state != State::Normal)
                 input::MoveTo(button, rc.right / 2, rc.bottom / 2 - 1);
-            if (row.state == State::Hot)
-                input::MoveTo(button, rc.right / 2, rc.bottom / 2);
-            if (row.state == State::Pressed)
-                input::Press(button, rc.right / 2, rc.bottom / 2);
+            if (row.state != State::Normal)
+                (row.state == State::Hot ? input::MoveTo : input::Press)(button, rc.right / 2, rc.bottom / 2);
             h.Settle();
             Screenshot shot(h.Window());
             if (row.state == State::Pressed)
@@ -129,15 +121,13 @@ TEST(ColorButton, EachBorderStyleShowsItsFrameWhenNormalHotAndPressed)
                 normalCorner[row.style] = corner;
             EXPECT_EQ(corner.x, normalCorner[row.style].x + row.shift);
             EXPECT_EQ(corner.y, normalCorner[row.style].y + row.shift);
-            KeepOnFailure(shot, L"colorbutton-frames");
             h.Settle();
         }
     }));
     ::DeleteObject(image);
-    // Each press was a click for the dialog.
-    ExpectedMsg clicks[5] = {};
-    for (int i = 0; i < 4; ++i)
-        clicks[i] = {WM_COMMAND, 0, MAKEWPARAM(101 + i, BN_CLICKED), 0};
+    static const ExpectedMsg clicks[] = {
+        {WM_COMMAND, 0, MAKEWPARAM(101, BN_CLICKED), 0}, {WM_COMMAND, 0, MAKEWPARAM(102, BN_CLICKED), 0},
+        {WM_COMMAND, 0, MAKEWPARAM(103, BN_CLICKED), 0}, {WM_COMMAND, 0, MAKEWPARAM(104, BN_CLICKED), 0}, {}};
     EXPECT_TRUE(SequenceMatches(host.Received(), clicks, host.Window()));
 }
 
@@ -146,13 +136,7 @@ TEST(ColorButton, EachBorderStyleShowsItsFrameWhenNormalHotAndPressed)
 // dark pixels are drawn in the shadow colour.
 TEST(ColorButton, DisabledBitmapLetsTheBackgroundShowWhereTheFaceWas)
 {
-    struct Row
-    {
-        bool enabled;
-        COLORREF faceHalf, darkHalf;
-    };
     const COLORREF face = ::GetSysColor(COLOR_BTNFACE);
-    const Row rows[] = {{true, face, RGB(0, 0, 0)}, {false, kBack, ::GetSysColor(COLOR_BTNSHADOW)}};
     HostDialog host(Buttons(1));
     CColorButtonEx button;
     host.onInit = [&](HWND dialog) {
@@ -164,17 +148,16 @@ TEST(ColorButton, DisabledBitmapLetsTheBackgroundShowWhereTheFaceWas)
     ASSERT_TRUE(host.RunModal([&](HostDialog& h) {
         ::CoInitialize(nullptr);
         input::MoveTo(h.Window(), 2, 2);
-        for (const Row& row : rows)
+        for (const bool enabled : {true, false})
         {
-            h.OnDialogThread([&] { row.enabled ? button.Enable() : button.Disable(); });
+            h.OnDialogThread([&] { enabled ? button.Enable() : button.Disable(); });
             h.Settle();
             Screenshot shot(h.Window());
             const RECT rc = Client(h.Item(101));
             const int cx = rc.right / 2, cy = rc.bottom / 2;
-            SCOPED_TRACE(row.enabled ? "enabled" : "disabled");
-            EXPECT_EQ(shot.PixelOf(h.Item(101), cx - 5, cy - 1), row.faceHalf);
-            EXPECT_EQ(shot.PixelOf(h.Item(101), cx + 4, cy - 1), row.darkHalf);
-            KeepOnFailure(shot, L"colorbutton-disabled");
+            SCOPED_TRACE(enabled ? "enabled" : "disabled");
+            EXPECT_EQ(shot.PixelOf(h.Item(101), cx - 5, cy - 1), enabled ? face : kBack);
+            EXPECT_EQ(shot.PixelOf(h.Item(101), cx + 4, cy - 1), enabled ? RGB(0, 0, 0) : ::GetSysColor(COLOR_BTNSHADOW));
         }
     }));
 }
@@ -184,15 +167,8 @@ TEST(ColorButton, DisabledBitmapLetsTheBackgroundShowWhereTheFaceWas)
 TEST(ColorButton, ColourSettersRepaintAsDocumented)
 {
     using Setter = void (CColorButtonEx::*)(DWORD);
-    struct Row
-    {
-        Setter set;
-        bool showsAtOnce;
-    };
-    const Row rows[] = {{&CColorButtonEx::SetBkColor, true},
-                        {&CColorButtonEx::SetTxtColor, true},
-                        {&CColorButtonEx::SetTextColor, false},
-                        {&CColorButtonEx::SetTextHotColor, false}};
+    const std::pair<Setter, bool> rows[] = {{&CColorButtonEx::SetBkColor, true}, {&CColorButtonEx::SetTxtColor, true},
+                                            {&CColorButtonEx::SetTextColor, false}, {&CColorButtonEx::SetTextHotColor, false}};
     HostDialog host(Buttons(4, L"MMMM"));
     CColorButtonEx buttons[4];
     host.onInit = [&](HWND dialog) {
@@ -213,8 +189,8 @@ TEST(ColorButton, ColourSettersRepaintAsDocumented)
         for (int i = 0; i < 4; ++i)
         {
             SCOPED_TRACE(i);
-            h.OnDialogThread([&] { (buttons[i].*rows[i].set)(kRed); });
-            EXPECT_EQ(redPixels(h.Item(101 + i)) > 0, rows[i].showsAtOnce);
+            h.OnDialogThread([&] { (buttons[i].*rows[i].first)(kRed); });
+            EXPECT_EQ(redPixels(h.Item(101 + i)) > 0, rows[i].second);
             h.OnDialogThread([&] { buttons[i].RedrawWindow(); });
             EXPECT_EQ(redPixels(h.Item(101 + i)) > 0, i != 3);
         }
@@ -225,7 +201,7 @@ TEST(ColorButton, ColourSettersRepaintAsDocumented)
     }));
 }
 
-TEST(ColorButton, SizeToContentMeasuresAndResizesUnlessTold)
+TEST(ColorButton, SizeToContentToolTipStylesAndRuntimeClass)
 {
     struct Row
     {
@@ -235,47 +211,12 @@ TEST(ColorButton, SizeToContentMeasuresAndResizesUnlessTold)
     };
     const Row rows[] = {{0, L"", 1}, {0, L"", 0}, {1, L"颜色", 0}, {2, L"颜色", 1}, {2, L"", 0}};
     HostDialog host(Buttons(1));
-    CColorButtonEx button;
-    host.onInit = [&](HWND dialog) {
-        button.SubclassDlgItem(101, CWnd::FromHandle(dialog));
-        button.SetImage(TwoColourBitmap(16, kRed, kRed), 1, nullptr);
-    };
-    ASSERT_TRUE(host.RunModal([&](HostDialog& h) {
-        for (const Row& row : rows)
-        {
-            SCOPED_TRACE(row.mode);
-            CSize before, got, after;
-            SIZE text{};
-            h.OnDialogThread([&] {
-                button.MoveWindow(0, 0, 77, 33);
-                button.SetWindowText(row.text);
-                button.m_displayMode = row.mode;
-                const HDC dc = ::GetDC(button);
-                const HGDIOBJ old = ::SelectObject(dc, reinterpret_cast<HGDIOBJ>(button.SendMessage(WM_GETFONT)));
-                ::GetTextExtentPoint32W(dc, row.text, lstrlenW(row.text), &text);
-                ::SelectObject(dc, old);
-                ::ReleaseDC(button, dc);
-                got = button.SizeToContent(row.noResize);
-                after = CRect(Client(button)).Size();
-            });
-            const int textWidth = *row.text ? text.cx + 10 : 0;
-            const CSize want = row.mode == 0   ? CSize(26, 18)
-                               : row.mode == 1 ? CSize(text.cx + 10, text.cy + 10)
-                                               : CSize(26 + textWidth, std::max<int>(text.cy, 8) + 10);
-            EXPECT_EQ(got, want);
-            EXPECT_EQ(after, row.noResize ? CSize(77, 33) : want);
-        }
-    }));
-}
-
-TEST(ColorButton, StylesRuntimeClassAndToolTip)
-{
-    HostDialog host(Buttons(1));
     CColorButtonEx button, created;
     CString first, second;
     HWND tipBefore = reinterpret_cast<HWND>(1);
     host.onInit = [&](HWND dialog) {
         button.SubclassDlgItem(101, CWnd::FromHandle(dialog));
+        button.SetImage(TwoColourBitmap(16, kRed, kRed), 1, nullptr);
         created.Create(L"x", WS_CHILD | BS_PUSHBUTTON, CRect(0, 0, 20, 20), CWnd::FromHandle(dialog), 102);
         button.SetTooltip(nullptr);
         tipBefore = button.GetToolTipCtrl().GetSafeHwnd();
@@ -287,6 +228,27 @@ TEST(ColorButton, StylesRuntimeClassAndToolTip)
     ASSERT_TRUE(host.RunModal([&](HostDialog& h) {
         EXPECT_EQ(::GetWindowLongW(h.Item(101), GWL_STYLE) & BS_TYPEMASK, BS_OWNERDRAW);
         EXPECT_EQ(::GetWindowLongW(h.Item(102), GWL_STYLE) & BS_TYPEMASK, BS_OWNERDRAW);
+        for (const Row& row : rows)
+        {
+            SCOPED_TRACE(row.mode);
+            CSize got, after, text;
+            h.OnDialogThread([&] {
+                button.MoveWindow(0, 0, 77, 33);
+                button.SetWindowText(row.text);
+                button.m_displayMode = row.mode;
+                CClientDC dc(&button);
+                CFont* old = dc.SelectObject(CFont::FromHandle(reinterpret_cast<HFONT>(button.SendMessage(WM_GETFONT))));
+                text = dc.GetTextExtent(row.text, lstrlenW(row.text));
+                dc.SelectObject(old);
+                got = button.SizeToContent(row.noResize);
+                after = CRect(Client(button)).Size();
+            });
+            const CSize want = row.mode == 0   ? CSize(26, 18)
+                               : row.mode == 1 ? CSize(text.cx + 10, text.cy + 10)
+                                               : CSize(26 + (*row.text ? text.cx + 10 : 0), std::max<int>(text.cy, 8) + 10);
+            EXPECT_EQ(got, want);
+            EXPECT_EQ(after, row.noResize ? CSize(77, 33) : want);
+        }
     }));
     EXPECT_EQ(tipBefore, nullptr);
     EXPECT_EQ(first, CString(L"选择颜色"));

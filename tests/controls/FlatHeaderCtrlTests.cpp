@@ -1,6 +1,5 @@
-// The flat header on the header of a plain report list in a host's modal
-// dialog: dragged, resized and pressed through the real input queue, its
-// drawing read back from the screen.
+// The flat header on a plain report list in a host dialog, dragged,
+// resized and pressed through the real input queue, read back from screen.
 #include <QMUtil.h>
 
 #include "support/HostDialog.h"
@@ -10,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <string>
 #include <vector>
@@ -20,25 +20,22 @@ enum : WORD { IDC_LIST = 101 };
 const wchar_t* const kNames[] = {L"Alpha", L"Beta", L"Gamma", L"Delta"};
 constexpr COLORREF kRed = RGB(255, 0, 0);
 
-// A list of `widths.size()` columns (the third right-aligned) whose client
-// area is `clientWidth` pixels wide, its header subclassed by `header`.
+// `count` columns `width` wide (the third right-aligned) in a list 400
+// pixels wide, its header subclassed by `header`.
 class FlatHeaderTest : public ::testing::Test
 {
 protected:
-    void Run(std::vector<int> widths, const std::function<void(HostDialog&)>& script, int clientWidth = 400)
+    void Run(int count, int width, const std::function<void(HostDialog&)>& script)
     {
-        host.onInit = [&, widths, clientWidth](HWND dialog) {
+        host.onInit = [&, count, width](HWND dialog) {
             list = ::GetDlgItem(dialog, IDC_LIST);
-            ::MoveWindow(list, 10, 30, clientWidth, 120, FALSE);
+            ::MoveWindow(list, 10, 30, 400, 120, FALSE);
             ListView_SetExtendedListViewStyle(list, LVS_EX_HEADERDRAGDROP);
             ASSERT_TRUE(header.SubclassWindow(ListView_GetHeader(list)));
-            for (int i = 0; i < static_cast<int>(widths.size()); ++i)
+            for (int i = 0; i < count; ++i)
             {
-                LVCOLUMNW column{};
-                column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
-                column.fmt = i == 2 ? LVCFMT_RIGHT : LVCFMT_LEFT;
-                column.cx = widths[i];
-                column.pszText = const_cast<wchar_t*>(kNames[i % 4]);
+                LVCOLUMNW column{LVCF_TEXT | LVCF_WIDTH | LVCF_FMT, i == 2 ? LVCFMT_RIGHT : LVCFMT_LEFT, width,
+                                 const_cast<wchar_t*>(kNames[i]), 0, 0, 0, 0, 0, 0, 0};
                 ListView_InsertColumn(list, i, &column);
             }
         };
@@ -69,16 +66,14 @@ protected:
             widths.push_back(Item(i).Width());
         return widths;
     }
-    // The header notifications the dialog received, in order.
     std::vector<ReceivedMsg> HeaderNotes() const
     {
-        std::vector<ReceivedMsg> notes;
-        for (const ReceivedMsg& msg : host.Received())
-            if (msg.message == WM_NOTIFY && msg.code >= static_cast<UINT>(HDN_LAST) &&
-                msg.code <= static_cast<UINT>(HDN_FIRST))
-                notes.push_back(msg);
+        std::vector<ReceivedMsg> notes = host.Received();
+        notes.erase(std::remove_if(notes.begin(), notes.end(), [](const ReceivedMsg& msg) {
+            return msg.message != WM_NOTIFY || msg.code < UINT(HDN_LAST) || msg.code > UINT(HDN_FIRST); }), notes.end());
         return notes;
     }
+    COLORREF Pixel(int x, int y) const { return Screenshot(host.Window()).PixelOf(header.m_hWnd, x, y); }
     // Each drag starts a double-click time after the last press.
     void Drag(POINT from, POINT to, const std::function<void()>& midway = {})
     {
@@ -89,7 +84,7 @@ protected:
         host.Settle();
         if (midway)
             midway();
-        input::Release(header.m_hWnd, to.x, to.y);
+        input::Release();
         host.Settle();
     }
 
@@ -103,10 +98,10 @@ struct DragRow
 {
     const char* name;
     int column, target;
-    bool rightHalf;           // dropped on the right half of `target`
+    bool rightHalf;  // dropped on the right half of `target`
     LRESULT beginDragAnswer, endDragAnswer;
-    std::vector<int> order;   // afterwards
-    int marker;               // display position of the marked gap, -1: none
+    std::vector<int> order;  // afterwards, and the display position of the marked gap (-1: none)
+    int marker;
 };
 
 const DragRow kDrags[] = {
@@ -120,9 +115,11 @@ const DragRow kDrags[] = {
 
 TEST_F(FlatHeaderTest, DraggingAColumnReordersAndMarksTheGap)
 {
-    static const ExpectedMsg kBeginEnd[] = {
-        {WM_NOTIFY, 0, 0, HDN_BEGINDRAG}, {WM_NOTIFY, 0, 0, HDN_ENDDRAG}, {0, 0, 0, 0}};
-    Run({80, 80, 80, 80}, [&](HostDialog& h) {
+    static const ExpectedMsg kBeginEnd[] = {{WM_NOTIFY, 0, 0, HDN_BEGINDRAG}, {WM_NOTIFY, 0, 0, HDN_ENDDRAG}, {}};
+    // Two arrows at the gap: narrow shafts far from the header, wide heads near it.
+    const struct { int dx, dy; bool red; } kArrows[] = {{0, -8, true}, {-5, -8, false}, {-4, -4, true},
+                                                        {0, 7, true},  {-5, 7, false},  {-4, 3, true}};
+    Run(4, 80, [&](HostDialog& h) {
         for (const DragRow& row : kDrags)
         {
             SCOPED_TRACE(row.name);
@@ -137,21 +134,12 @@ TEST_F(FlatHeaderTest, DraggingAColumnReordersAndMarksTheGap)
             Drag({from.CenterPoint().x, y}, {x, y}, [&] {
                 Screenshot shot(h.Window());
                 const int gap = row.marker < 0 ? 0 : row.marker < 4 ? Item(row.marker).left : Item(3).right;
-                const int top = 0, bottom = from.Height();
-                if (row.marker < 0)
-                {
-                    for (int px = 0; px < 4 * 80; px += 2)
-                        ASSERT_NE(shot.PixelOf(header.m_hWnd, px, -5), kRed) << "at " << px;
-                    return;
-                }
-                // Two arrows: narrow shafts far from the header, wide heads
-                // near it, tips at the gap.
-                EXPECT_EQ(shot.PixelOf(header.m_hWnd, gap, top - 8), kRed);
-                EXPECT_NE(shot.PixelOf(header.m_hWnd, gap - 5, top - 8), kRed);
-                EXPECT_EQ(shot.PixelOf(header.m_hWnd, gap - 4, top - 4), kRed);
-                EXPECT_EQ(shot.PixelOf(header.m_hWnd, gap, bottom + 7), kRed);
-                EXPECT_NE(shot.PixelOf(header.m_hWnd, gap - 5, bottom + 7), kRed);
-                EXPECT_EQ(shot.PixelOf(header.m_hWnd, gap - 4, bottom + 3), kRed);
+                for (int px = 0; row.marker < 0 && px < 4 * 80; px += 2)
+                    ASSERT_NE(shot.PixelOf(header.m_hWnd, px, -5), kRed) << "at " << px;
+                for (const auto& a : kArrows)
+                    EXPECT_TRUE(row.marker < 0 || (shot.PixelOf(header.m_hWnd, gap + a.dx,
+                                                                a.dy < 0 ? a.dy : from.Height() + a.dy) == kRed) == a.red)
+                        << a.dx << "," << a.dy;
             });
             EXPECT_EQ(Order(), row.order);
             EXPECT_TRUE(SequenceMatches(HeaderNotes(), kBeginEnd, h.Window()));
@@ -161,28 +149,25 @@ TEST_F(FlatHeaderTest, DraggingAColumnReordersAndMarksTheGap)
 
 TEST_F(FlatHeaderTest, AFixedColumnShowsNoResizeCursorAndKeepsItsWidth)
 {
-    static const ExpectedMsg kNone[] = {{0, 0, 0, 0}};
+    static const ExpectedMsg kNone[] = {{}};
     // The first click of a double-click on a divider ends a track of nothing.
     static const ExpectedMsg kFitted[] = {
-        {WM_NOTIFY, kOptional, 0, HDN_ENDTRACKW}, {WM_NOTIFY, 0, 0, HDN_DIVIDERDBLCLICKW}, {0, 0, 0, 0}};
-    Run({80, 80, 80, 80}, [&](HostDialog& h) {
+        {WM_NOTIFY, kOptional, 0, HDN_ENDTRACKW}, {WM_NOTIFY, 0, 0, HDN_DIVIDERDBLCLICKW}, {}};
+    Run(4, 80, [&](HostDialog& h) {
         h.OnDialogThread([&] {
-            HDITEMEX ex;
-            header.GetItemEx(1, &ex);
-            ex.nStyle |= HDF_EX_FIXEDWIDTH;
+            HDITEMEX ex{HDF_EX_FIXEDWIDTH, 0, 0, {}};
             header.SetItemEx(1, &ex);
         });
-        for (const bool fixed : {false, true})
+        for (const int column : {0, 1})
         {
+            const bool fixed = column == 1;
             SCOPED_TRACE(fixed ? "fixed" : "resizable");
-            const int column = fixed ? 1 : 0;
-            const int y = Item(column).Height() / 2;
-            input::MoveTo(header.m_hWnd, Item(column).right - 1, y);
+            const int y = Item(column).Height() / 2, right = Item(column).right;
+            input::MoveTo(header.m_hWnd, right - 1, y);
             h.Settle();
             HCURSOR cursor = nullptr;
             h.OnDialogThread([&] { cursor = ::GetCursor(); });
             EXPECT_EQ(cursor == ::LoadCursorW(nullptr, IDC_ARROW), fixed);
-            const int right = Item(column).right;
             Drag({right - 1, y}, {right + 29, y});
             EXPECT_EQ(Item(column).Width(), fixed ? 80 : 110);
             h.ClearReceived();
@@ -202,35 +187,39 @@ struct AutoSizeRow
     std::vector<int> widths, minima, maxima;
     int fixedColumn;  // -1: none
     std::vector<int> fitted;
+    // Resizing: the new right edge of column 0, and the width of the band the cursor is kept in meanwhile.
+    int draggedTo, clipWidth;
 };
 
 const AutoSizeRow kAutoSizes[] = {
-    {"one pixel over", 301, {100, 100, 100}, {0, 0, 0}, {0, 0, 0}, -1, {101, 100, 100}},
-    {"two pixels over", 302, {100, 100, 100}, {0, 0, 0}, {0, 0, 0}, -1, {101, 101, 100}},
-    {"a maximum passes its pixels on", 302, {100, 100, 100}, {0, 0, 0}, {90, 0, 0}, -1, {90, 106, 106}},
-    {"a minimum takes from the others", 150, {50, 100, 150}, {40, 0, 0}, {0, 0, 0}, -1, {40, 42, 68}},
-    {"minima wider than the client", 200, {100, 100, 100}, {100, 100, 100}, {0, 0, 0}, -1, {100, 100, 100}},
-    {"a fixed column keeps its width", 400, {100, 100, 100}, {0, 0, 0}, {0, 0, 0}, 1, {150, 100, 150}},
+    {"one pixel over", 301, {100, 100, 100}, {0, 0, 0}, {0, 0, 0}, -1, {101, 100, 100}, 0, 0},
+    {"two pixels over", 302, {100, 100, 100}, {0, 0, 0}, {0, 0, 0}, -1, {101, 101, 100}, 0, 0},
+    {"a maximum passes its pixels on", 302, {100, 100, 100}, {0, 0, 0}, {90, 0, 0}, -1, {90, 106, 106}, 0, 0},
+    {"a minimum takes from the others", 150, {50, 100, 150}, {40, 0, 0}, {0, 0, 0}, -1, {40, 42, 68}, 0, 0},
+    {"minima wider than the client", 200, {100, 100, 100}, {100, 100, 100}, {0, 0, 0}, -1, {100, 100, 100}, 0, 0},
+    {"a fixed column keeps its width", 400, {100, 100, 100}, {0, 0, 0}, {0, 0, 0}, 1, {150, 100, 150}, 0, 0},
+};
+
+const AutoSizeRow kResizes[] = {
+    {"narrower, a maximum on the last", 400, {100, 100, 100, 100}, {0, 0, 0, 0}, {0, 0, 0, 110}, -1,
+     {40, 125, 125, 110}, 40, 401},
+    {"wider than the minima after it allow", 400, {100, 100, 100, 100}, {0, 90, 90, 90}, {0, 0, 0, 0}, -1,
+     {130, 90, 90, 90}, 250, 131},
 };
 
 class AutoSizeTest : public FlatHeaderTest
 {
 protected:
-    // Auto-size off, the list `clientWidth` wide, the columns as given, then
-    // auto-size on.
-    void Prepare(HostDialog& h, int clientWidth, const std::vector<int>& widths, const std::vector<int>& minima,
-                 const std::vector<int>& maxima, int fixedColumn)
+    // Auto-size off, the list and the columns as the row has them, auto-size on.
+    void Prepare(HostDialog& h, const AutoSizeRow& row)
     {
         h.OnDialogThread([&] {
             header.SetProperty(FH_PROPERTY_AUTOSIZE, 0);
-            ::MoveWindow(list, 10, 30, clientWidth, 120, TRUE);
-            for (int i = 0; i < static_cast<int>(widths.size()); ++i)
+            ::MoveWindow(list, 10, 30, row.clientWidth, 120, TRUE);
+            for (int i = 0; i < static_cast<int>(row.widths.size()); ++i)
             {
-                ListView_SetColumnWidth(list, i, widths[i]);
-                HDITEMEX ex;
-                ex.nStyle = i == fixedColumn ? HDF_EX_FIXEDWIDTH : 0;
-                ex.iMinWidth = minima[i];
-                ex.iMaxWidth = maxima[i];
+                ListView_SetColumnWidth(list, i, row.widths[i]);
+                HDITEMEX ex{i == row.fixedColumn ? HDF_EX_FIXEDWIDTH : 0, row.minima[i], row.maxima[i], {}};
                 header.SetItemEx(i, &ex);
             }
             header.SetProperty(FH_PROPERTY_AUTOSIZE, 1);
@@ -240,36 +229,22 @@ protected:
 
 TEST_F(AutoSizeTest, ColumnsFillTheClientWidthWithinTheirLimits)
 {
-    Run({100, 100, 100}, [&](HostDialog& h) {
+    Run(3, 100, [&](HostDialog& h) {
         for (const AutoSizeRow& row : kAutoSizes)
         {
-            Prepare(h, row.clientWidth, row.widths, row.minima, row.maxima, row.fixedColumn);
+            Prepare(h, row);
             EXPECT_EQ(Widths(), row.fitted) << row.name;
         }
     });
 }
 
-struct ResizeRow
-{
-    const char* name;
-    std::vector<int> minima, maxima;
-    int draggedTo;      // new right edge of column 0
-    int clipWidth;      // of the band the cursor is kept in while resizing
-    std::vector<int> fitted;
-};
-
-const ResizeRow kResizes[] = {
-    {"narrower, a maximum on the last", {0, 0, 0, 0}, {0, 0, 0, 110}, 40, 401, {40, 125, 125, 110}},
-    {"wider than the minima after it allow", {0, 90, 90, 90}, {0, 0, 0, 0}, 250, 131, {130, 90, 90, 90}},
-};
-
 TEST_F(AutoSizeTest, ResizingAColumnRefitsTheColumnsAfterIt)
 {
-    Run({100, 100, 100, 100}, [&](HostDialog& h) {
-        for (const ResizeRow& row : kResizes)
+    Run(4, 100, [&](HostDialog& h) {
+        for (const AutoSizeRow& row : kResizes)
         {
             SCOPED_TRACE(row.name);
-            Prepare(h, 400, {100, 100, 100, 100}, row.minima, row.maxima, -1);
+            Prepare(h, row);
             const int y = Item(0).Height() / 2;
             RECT clip{};
             Drag({Item(0).right - 1, y}, {row.draggedTo - 1, y}, [&] { ::GetClipCursor(&clip); });
@@ -284,8 +259,8 @@ TEST_F(AutoSizeTest, ResizingAColumnRefitsTheColumnsAfterIt)
 TEST_F(FlatHeaderTest, DrawsSortMarksEtchedDividersAndThePressedItemInverted)
 {
     const COLORREF face = ::GetSysColor(COLOR_BTNFACE), light = ::GetSysColor(COLOR_BTNHIGHLIGHT),
-                   shadow = ::GetSysColor(COLOR_BTNSHADOW), inverted = face ^ 0xFFFFFF;
-    Run({80, 80, 80, 80}, [&](HostDialog& h) {
+                   shadow = ::GetSysColor(COLOR_BTNSHADOW);
+    Run(4, 80, [&](HostDialog& h) {
         const CRect sorted = Item(2);  // right-aligned: the mark sits at the right, a spacing in
         const int x0 = sorted.right - 6 - 8, y0 = (sorted.Height() - 9) / 2;
         for (const BOOL ascending : {TRUE, FALSE})
@@ -304,32 +279,29 @@ TEST_F(FlatHeaderTest, DrawsSortMarksEtchedDividersAndThePressedItemInverted)
             EXPECT_LE(marked(tip), 2);
             EXPECT_EQ(shot.PixelOf(header.m_hWnd, x0 + 5, wide), ascending ? light : shadow);
         }
-        const int middle = Item(0).Height() / 2, divider = Item(0).right;
-        Screenshot shot(h.Window());
-        EXPECT_EQ(shot.PixelOf(header.m_hWnd, divider - 1, middle), shadow);
-        EXPECT_EQ(shot.PixelOf(header.m_hWnd, divider, middle), light);
-        EXPECT_EQ(shot.PixelOf(header.m_hWnd, divider - 1, 1), face);
-        EXPECT_EQ(shot.PixelOf(header.m_hWnd, Item(1).left + 3, middle), face);
+        const int middle = Item(0).Height() / 2, divider = Item(0).right, inside = Item(1).left + 3;
+        EXPECT_EQ(Pixel(divider - 1, middle), shadow);
+        EXPECT_EQ(Pixel(divider, middle), light);
+        EXPECT_EQ(Pixel(divider - 1, 1), face);
+        EXPECT_EQ(Pixel(inside, middle), face);
         input::Press(header.m_hWnd, Item(1).CenterPoint().x, middle);
         h.Settle();
-        EXPECT_EQ(Screenshot(h.Window()).PixelOf(header.m_hWnd, Item(1).left + 3, middle), inverted);
-        input::Release(header.m_hWnd, Item(1).CenterPoint().x, middle);
+        EXPECT_EQ(Pixel(inside, middle), face ^ 0xFFFFFF);
+        input::Release();
         h.Settle();
-        EXPECT_EQ(Screenshot(h.Window()).PixelOf(header.m_hWnd, Item(1).left + 3, middle), face);
+        EXPECT_EQ(Pixel(inside, middle), face);
     });
 }
 
 TEST_F(FlatHeaderTest, TheToolTipShowsTheTextOfTheColumnUnderTheMouseWhole)
 {
     const std::wstring tips[] = {L"列宽固定", std::wstring(100, L'长')};
-    Run({80, 80, 80, 80}, [&](HostDialog& h) {
+    Run(4, 80, [&](HostDialog& h) {
         h.OnDialogThread([&] {
             header.SetProperty(FH_PROPERTY_ENABLETOOLTIPS, 1);
             for (int column : {0, 1})
             {
-                HDITEMEX ex;
-                header.GetItemEx(column, &ex);
-                ex.strToolTip = tips[column].c_str();
+                HDITEMEX ex{0, 0, 0, tips[column].c_str()};
                 header.SetItemEx(column, &ex);
             }
         });
@@ -338,15 +310,11 @@ TEST_F(FlatHeaderTest, TheToolTipShowsTheTextOfTheColumnUnderTheMouseWhole)
             input::MoveTo(header.m_hWnd, Item(column).CenterPoint().x, 5);
             input::MoveTo(header.m_hWnd, Item(column).CenterPoint().x + 1, 6);
             HWND tip = nullptr;
-            for (int i = 0; i < 40 && tip == nullptr; ++i)
-            {
-                ::Sleep(100);
-                const HWND found = ::FindWindowW(TOOLTIPS_CLASSW, nullptr);
-                tip = found != nullptr && ::IsWindowVisible(found) ? found : nullptr;
-            }
-            ASSERT_NE(tip, nullptr) << "column " << column;
+            for (int i = 0; i < 40 && (tip == nullptr || !::IsWindowVisible(tip)); ++i, ::Sleep(100))
+                tip = ::FindWindowW(TOOLTIPS_CLASSW, nullptr);
+            ASSERT_TRUE(tip != nullptr && ::IsWindowVisible(tip)) << "column " << column;
             wchar_t text[256] = L"";
-            ::SendMessageW(tip, WM_GETTEXT, ARRAYSIZE(text), reinterpret_cast<LPARAM>(text));
+            ::GetWindowTextW(tip, text, ARRAYSIZE(text));
             EXPECT_EQ(text, tips[column]);
         }
     });
@@ -355,8 +323,7 @@ TEST_F(FlatHeaderTest, TheToolTipShowsTheTextOfTheColumnUnderTheMouseWhole)
 struct RecordRow
 {
     UINT style;
-    int minimum, maximum;
-    int extra;  // expected width: 80 + extra, or with HDF_EX_AUTOWIDTH the text's extent + extra
+    int minimum, maximum, extra;  // expected width: 80 + extra, or with HDF_EX_AUTOWIDTH the text's extent + extra
 };
 
 const RecordRow kRecords[] = {
@@ -367,9 +334,9 @@ const RecordRow kRecords[] = {
     {HDF_EX_AUTOWIDTH | HDF_EX_INCLUDESORT, 0, 0, 26},
 };
 
-TEST_F(FlatHeaderTest, ExtendedRecordsLimitTheWidthAndFollowTheColumns)
+TEST_F(FlatHeaderTest, ExtendedRecordsLimitTheWidthAndFollowTheColumnsAndPropertiesAreChecked)
 {
-    Run({80, 80}, [&](HostDialog& h) {
+    Run(2, 80, [&](HostDialog& h) {
         h.OnDialogThread([&] {
             CClientDC dc(&header);
             CFont* old = dc.SelectObject(CFont::FromHandle(reinterpret_cast<HFONT>(header.SendMessage(WM_GETFONT))));
@@ -378,23 +345,16 @@ TEST_F(FlatHeaderTest, ExtendedRecordsLimitTheWidthAndFollowTheColumns)
             for (const RecordRow& row : kRecords)
             {
                 ListView_SetColumnWidth(list, 0, 80);
-                HDITEMEX ex;
-                ex.nStyle = row.style;
-                ex.iMinWidth = row.minimum;
-                ex.iMaxWidth = row.maximum;
+                HDITEMEX ex{row.style, row.minimum, row.maximum, {}};
                 ASSERT_TRUE(header.SetItemEx(0, &ex));
                 const int width = Item(0).Width();
                 EXPECT_EQ(width, (row.style & HDF_EX_AUTOWIDTH ? extent : 80) + row.extra) << row.style;
                 ASSERT_TRUE(header.GetItemEx(0, &ex));
                 EXPECT_TRUE(!(row.style & HDF_EX_FIXEDWIDTH) || (ex.iMinWidth == width && ex.iMaxWidth == width));
             }
-            HDITEMEX ex;
-            ex.strToolTip = L"第二列";
+            HDITEMEX ex{0, 0, 0, L"第二列"};
             ASSERT_TRUE(header.SetItemEx(1, &ex));
-            LVCOLUMNW column{};
-            column.mask = LVCF_TEXT | LVCF_WIDTH;
-            column.cx = 50;
-            column.pszText = const_cast<wchar_t*>(L"New");
+            LVCOLUMNW column{LVCF_TEXT | LVCF_WIDTH, 0, 50, const_cast<wchar_t*>(L"New"), 0, 0, 0, 0, 0, 0, 0};
             ListView_InsertColumn(list, 0, &column);
             ASSERT_TRUE(header.GetItemEx(2, &ex));
             EXPECT_STREQ(ex.strToolTip.GetString(), L"第二列");
@@ -404,14 +364,7 @@ TEST_F(FlatHeaderTest, ExtendedRecordsLimitTheWidthAndFollowTheColumns)
             EXPECT_FALSE(header.GetItemEx(2, &ex));
             EXPECT_FALSE(header.SetItemEx(2, &ex));
             EXPECT_TRUE(qmtest::ThrowsInvalidArg([&] { header.GetItemEx(-1, &ex); }));
-        });
-    });
-}
-
-TEST_F(FlatHeaderTest, OnlyPropertiesOneToSevenAreTakenAndRepaint)
-{
-    Run({80, 80}, [&](HostDialog& h) {
-        h.OnDialogThread([&] {
+            // Only properties 1 to 7 are taken, and each repaints.
             for (int property = 0; property <= 8; ++property)
             {
                 header.ValidateRect(nullptr);

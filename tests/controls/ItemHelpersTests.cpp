@@ -1,6 +1,5 @@
-// The item helpers driven from a host dialog's buttons, clicked through the
-// real input queue: what the controls hold afterwards and which commands the
-// dialog received.
+// The item helpers behind a host dialog's buttons, clicked through the real
+// input queue.
 #include <QMUtil.h>
 
 #include "support/HostDialog.h"
@@ -15,47 +14,39 @@ namespace {
 
 enum : WORD { IDC_LIST = 101, IDC_COMBO, IDC_REPORT, IDC_UP, IDC_DOWN, IDC_DEL, IDC_ROW_UP, IDC_ROW_DOWN, IDC_ROW_DEL };
 
-// A dialog with the three kinds of control and a button per helper; the
-// buttons call the helpers as an application's handlers would.
+// The three kinds of control and a button per helper, calling it as an
+// application's handler would.
+std::vector<DialogItem> Controls()
+{
+    std::vector<DialogItem> items{{L"LISTBOX", L"", WS_BORDER | WS_VSCROLL, IDC_LIST, 5, 5, 80, 60},
+                                  {L"COMBOBOX", L"", CBS_DROPDOWNLIST | WS_VSCROLL, IDC_COMBO, 5, 70, 80, 60},
+                                  {WC_LISTVIEWW, L"", LVS_REPORT | LVS_SHOWSELALWAYS | WS_BORDER, IDC_REPORT, 90, 5, 120, 60}};
+    for (WORD id = IDC_UP; id <= IDC_ROW_DEL; ++id)
+        items.push_back({L"BUTTON", L"B", BS_PUSHBUTTON, id, short(5 + 27 * (id - IDC_UP)), 90, 25, 14});
+    return items;
+}
+
 struct Fixture
 {
     Fixture()
-        : host({{L"LISTBOX", L"", WS_BORDER | WS_VSCROLL, IDC_LIST, 5, 5, 80, 60},
-                {L"COMBOBOX", L"", CBS_DROPDOWNLIST | WS_VSCROLL, IDC_COMBO, 5, 70, 80, 60},
-                {WC_LISTVIEWW, L"", LVS_REPORT | LVS_SHOWSELALWAYS | WS_BORDER, IDC_REPORT, 90, 5, 120, 60},
-                {L"BUTTON", L"Up", BS_PUSHBUTTON, IDC_UP, 5, 90, 25, 14},
-                {L"BUTTON", L"Down", BS_PUSHBUTTON, IDC_DOWN, 32, 90, 25, 14},
-                {L"BUTTON", L"Del", BS_PUSHBUTTON, IDC_DEL, 59, 90, 25, 14},
-                {L"BUTTON", L"Up", BS_PUSHBUTTON, IDC_ROW_UP, 90, 90, 25, 14},
-                {L"BUTTON", L"Down", BS_PUSHBUTTON, IDC_ROW_DOWN, 117, 90, 25, 14},
-                {L"BUTTON", L"Del", BS_PUSHBUTTON, IDC_ROW_DEL, 144, 90, 25, 14}})
     {
         host.onInit = [this](HWND dialog) {
-            CWnd* wnd = CWnd::FromHandle(dialog);
-            box.SubclassDlgItem(IDC_LIST, wnd);
-            report.SubclassDlgItem(IDC_REPORT, wnd);
+            box.SubclassDlgItem(IDC_LIST, CWnd::FromHandle(dialog));
+            report.SubclassDlgItem(IDC_REPORT, CWnd::FromHandle(dialog));
             report.InsertColumn(0, L"名称", LVCFMT_LEFT, 60);
             report.InsertColumn(1, L"值", LVCFMT_LEFT, 50);
         };
-        host.onCommand = [this](WPARAM wParam, LPARAM) {
-            if (HIWORD(wParam) != BN_CLICKED)
-                return;
-            switch (LOWORD(wParam))
-            {
-            case IDC_UP: results.push_back(QM::ListBoxUpItem(box)); break;
-            case IDC_DOWN: results.push_back(QM::ListBoxDownItem(box)); break;
-            case IDC_DEL: results.push_back(QM::ListBoxDelItem(box)); break;
-            case IDC_ROW_UP: results.push_back(QM::ListCtrlUpItem(report)); break;
-            case IDC_ROW_DOWN: results.push_back(QM::ListCtrlDownItem(report)); break;
-            case IDC_ROW_DEL: results.push_back(QM::ListCtrlDelItem(report)); break;
-            }
+        host.onMessage = [this](UINT message, WPARAM wParam, LPARAM, LRESULT&) {
+            using Helper = bool (*)(Fixture&);
+            static const Helper helpers[] = {
+                [](Fixture& f) { return QM::ListBoxUpItem(f.box); },     [](Fixture& f) { return QM::ListBoxDownItem(f.box); },
+                [](Fixture& f) { return QM::ListBoxDelItem(f.box); },    [](Fixture& f) { return QM::ListCtrlUpItem(f.report); },
+                [](Fixture& f) { return QM::ListCtrlDownItem(f.report); }, [](Fixture& f) { return QM::ListCtrlDelItem(f.report); }};
+            if (message == WM_COMMAND && HIWORD(wParam) == BN_CLICKED && LOWORD(wParam) >= IDC_UP &&
+                LOWORD(wParam) <= IDC_ROW_DEL)
+                results.push_back(helpers[LOWORD(wParam) - IDC_UP](*this));
+            return false;
         };
-    }
-
-    void Press(HostDialog& h, int id)
-    {
-        input::Click(h.Item(id));
-        h.Settle();
     }
 
     std::wstring Items() const
@@ -70,7 +61,7 @@ struct Fixture
         return all;
     }
 
-    HostDialog host;
+    HostDialog host{Controls()};
     CListBox box;
     CListCtrl report;
     std::vector<bool> results;
@@ -110,12 +101,14 @@ TEST(ItemHelpers, ListBoxButtonsMoveAndDeleteTheSelectionAndTellTheDialog)
                 f.box.SetCurSel(row.selected);
             });
             h.ClearReceived();
-            f.Press(h, row.button);
-            EXPECT_EQ(f.Items(), row.after) << row.items << " button " << row.button;
-            EXPECT_EQ(f.box.GetCurSel(), row.selectedAfter) << row.items << " button " << row.button;
-            // The click (after the list's focus loss, the first time), then the
-            // selection change the helper reports with the dialog's own window
-            // as the lParam (a last deletion selects -1 and still reports it).
+            f.results.clear();
+            input::Click(h.Item(row.button));
+            h.Settle();
+            SCOPED_TRACE(testing::Message() << row.items << " button " << row.button);
+            EXPECT_EQ(f.results, std::vector<bool>{row.result});
+            EXPECT_EQ(f.Items(), row.after);
+            EXPECT_EQ(f.box.GetCurSel(), row.selectedAfter);
+            // The helper reports its selection change from the dialog, even -1 after the last went.
             const ExpectedMsg expected[] = {{WM_COMMAND, kOptional, MAKEWPARAM(IDC_LIST, LBN_KILLFOCUS), 0},
                                             {WM_COMMAND, 0, MAKEWPARAM(row.button, BN_CLICKED), 0},
                                             {WM_COMMAND, kLParamIsHost, MAKEWPARAM(IDC_LIST, LBN_SELCHANGE), 0},
@@ -123,7 +116,6 @@ TEST(ItemHelpers, ListBoxButtonsMoveAndDeleteTheSelectionAndTellTheDialog)
             EXPECT_TRUE(SequenceMatches(h.Received(), expected, h.Window()));
         }
     }));
-    EXPECT_EQ(f.results, (std::vector<bool>{true, false, true, false, true, true, true}));
 }
 
 TEST(ItemHelpers, ListCtrlButtonsSwapTextsOfTheFirstSelectedRow)
@@ -152,19 +144,15 @@ TEST(ItemHelpers, ListCtrlButtonsSwapTextsOfTheFirstSelectedRow)
         });
         for (WORD button : {IDC_ROW_UP, IDC_ROW_UP, IDC_ROW_DOWN, IDC_ROW_DEL, IDC_ROW_DEL, IDC_ROW_DEL, IDC_ROW_DEL})
         {
-            f.Press(h, button);
+            input::Click(h.Item(button));
+            h.Settle();
             h.OnDialogThread(snapshot);
         }
     }));
     EXPECT_EQ(f.results, (std::vector<bool>{true, false, true, true, true, true, false}));
-    EXPECT_EQ(states, (std::vector<std::wstring>{
-                          L"乙2* 甲1* 丙3* ",  // the upper row selected, the old one still is
-                          L"乙2* 甲1* 丙3* ",  // row 0 cannot go up
-                          L"甲1* 乙2* 丙3* ",
-                          L"乙2* 丙3* ",
-                          L"丙3* ",
-                          L"",
-                          L""}));
+    // The upper row is selected and the old one still is; row 0 cannot go up.
+    EXPECT_EQ(states, (std::vector<std::wstring>{L"乙2* 甲1* 丙3* ", L"乙2* 甲1* 丙3* ", L"甲1* 乙2* 丙3* ",
+                                                 L"乙2* 丙3* ", L"丙3* ", L"", L""}));
 }
 
 TEST(ItemHelpers, SelectingByIndexOrTextReportsToTheDialog)
@@ -194,13 +182,9 @@ TEST(ItemHelpers, SelectingByIndexOrTextReportsToTheDialog)
         });
     }));
     EXPECT_EQ(got, (std::vector<bool>{true, true, true, false, false, true, true, false, false}));
-    static const ExpectedMsg kSelections[] = {
-        {WM_COMMAND, kLParamIsHost, MAKEWPARAM(IDC_LIST, LBN_SELCHANGE), 0},
-        {WM_COMMAND, kLParamIsHost, MAKEWPARAM(IDC_LIST, LBN_SELCHANGE), 0},
-        {WM_COMMAND, kLParamIsHost, MAKEWPARAM(IDC_LIST, LBN_SELCHANGE), 0},
-        {WM_COMMAND, kLParamIsHost, MAKEWPARAM(IDC_COMBO, CBN_SELCHANGE), 0},
-        {WM_COMMAND, kLParamIsHost, MAKEWPARAM(IDC_COMBO, CBN_SELCHANGE), 0},
-        {0, 0, 0, 0}};
+    const ExpectedMsg list = {WM_COMMAND, kLParamIsHost, MAKEWPARAM(IDC_LIST, LBN_SELCHANGE), 0},
+                      combo = {WM_COMMAND, kLParamIsHost, MAKEWPARAM(IDC_COMBO, CBN_SELCHANGE), 0};
+    const ExpectedMsg kSelections[] = {list, list, list, combo, combo, {}};
     EXPECT_TRUE(SequenceMatches(f.host.Received(), kSelections, f.host.Window()));
 }
 

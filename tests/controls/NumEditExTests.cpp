@@ -1,11 +1,13 @@
-// The numeric edit box typed into through the real input queue, inside a
-// host's modal dialog.
+// The numeric edit box in a host dialog, typed into through the real input queue.
 #include <QMUtil.h>
 
 #include "support/HostDialog.h"
 #include "support/Input.h"
 
 #include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
 
 namespace {
 
@@ -28,10 +30,7 @@ struct TypingRow
 {
     const wchar_t *def, *min, *max;
     int integerOnly;
-    const wchar_t* start;   // text before typing, caret at its start
-    const wchar_t* typed;
-    const wchar_t* shown;   // text after typing
-    const wchar_t* left;    // text after the focus left
+    const wchar_t *start, *typed, *shown, *left;  // the text before (caret at 0), typed, after, once the focus left
 };
 
 const TypingRow kTyping[] = {
@@ -62,25 +61,19 @@ TEST(NumEditEx, TypedTextIsFilteredAndCheckedWhenTheFocusLeaves)
             h.Focus(IDC_NUM);
             input::Type(row.typed);
             h.Settle();
-            EXPECT_EQ(h.Text(IDC_NUM), row.shown) << "typing " << testing::PrintToString(std::wstring(row.typed));
+            SCOPED_TRACE(testing::PrintToString(std::wstring(row.typed)));
+            EXPECT_EQ(h.Text(IDC_NUM), row.shown);
             DWORD start = 0, end = 0;
             ::SendMessageW(h.Item(IDC_NUM), EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
-            EXPECT_TRUE(start == end && end == wcslen(row.shown))
-                << "caret " << start << "-" << end << " after " << testing::PrintToString(std::wstring(row.typed));
+            EXPECT_TRUE(start == end && end == wcslen(row.shown)) << "caret " << start << "-" << end;
             h.Focus(IDC_OTHER);
-            EXPECT_EQ(h.Text(IDC_NUM), row.left) << "typing " << testing::PrintToString(std::wstring(row.typed));
+            EXPECT_EQ(h.Text(IDC_NUM), row.left);
         }
     }));
 }
 
-struct Tip
-{
-    std::wstring text;
-    bool visible;
-};
-
-// Tool 1 of the edit as the tool tip of the edit's thread that has it holds it.
-Tip FindTip(HWND edit)
+// Tool 1 of the edit, as the tool tip of the edit's thread holds it, and whether it shows.
+std::pair<std::wstring, bool> FindTip(HWND edit)
 {
     const DWORD thread = ::GetWindowThreadProcessId(edit, nullptr);
     for (HWND tip = nullptr; (tip = ::FindWindowExW(nullptr, tip, TOOLTIPS_CLASSW, nullptr)) != nullptr;)
@@ -101,15 +94,17 @@ Tip FindTip(HWND edit)
 
 struct TipRow
 {
-    const wchar_t *def, *min, *max;
-    const wchar_t* tip;
+    const wchar_t *def, *min, *max, *tip, *shown;  // tip nullptr: not checked; shown: the default, formatted
 };
 
 const TipRow kTips[] = {
-    {L"50", L"10", L"100", L"最小值:10\n最大值:100\n默认值:50"},   // the caller's texts as written
-    {L"5", L"1", L"3", L"最小值:1\n最大值:3\n默认值:3"},           // clamped: the stored numbers
-    {L"50.0", L"10", L"1e2", L"最小值:10\n最大值:1e2\n默认值:50.0"},
-    {L"2", L"5", L"1", L"最小值:1\n最大值:1\n默认值:1"},          // min above max: minimum = max
+    {L"50", L"10", L"100", L"最小值:10\n最大值:100\n默认值:50", L"50"},  // the caller's texts as written
+    {L"5", L"1", L"3", L"最小值:1\n最大值:3\n默认值:3", L"3"},          // clamped: the stored numbers
+    {L"50.0", L"10", L"1e2", L"最小值:10\n最大值:1e2\n默认值:50.0", L"50"},
+    {L"2", L"5", L"1", L"最小值:1\n最大值:1\n默认值:1", L"1"},         // min above max: minimum = max
+    {L"2.50", L"0", L"10", L"最小值:0\n最大值:10\n默认值:2.50", L"2.5"},
+    {L"x", L"", L"", nullptr, L"0"},  // no range: 0 up
+    {L"7", L"5", L"", nullptr, L"7"},
 };
 
 TEST(NumEditEx, ToolTipStatesTheRangeAndTheDefault)
@@ -121,36 +116,26 @@ TEST(NumEditEx, ToolTipStatesTheRangeAndTheDefault)
         {
             h.Focus(IDC_OTHER);
             h.OnDialogThread([&] { edit.SetAllValue(row.def, row.min, row.max); });
+            EXPECT_EQ(h.Text(IDC_NUM), row.shown);
             h.Focus(IDC_NUM);
-            EXPECT_EQ(FindTip(h.Item(IDC_NUM)).text, row.tip);
+            EXPECT_TRUE(row.tip == nullptr || FindTip(h.Item(IDC_NUM)).first == row.tip) << row.def;
         }
+        double values[2] = {};
+        h.OnDialogThread([&] {
+            edit.SetAllValue(2.5, 0.0, 10.0);
+            values[0] = edit.GetValue();
+            edit.SetDefaultValue(-4.0);
+            values[1] = edit.GetValue();
+        });
+        EXPECT_EQ(values[0], 2.5);
+        EXPECT_EQ(values[1], 0.0);  // clamped to the minimum
+        EXPECT_EQ(h.Text(IDC_NUM), L"0");
         input::MoveTo(h.Item(IDC_NUM), 10, 5);
         input::MoveTo(h.Item(IDC_NUM), 12, 6);
         ::Sleep(1200);
         h.Settle();
-        EXPECT_TRUE(FindTip(h.Item(IDC_NUM)).visible);
+        EXPECT_TRUE(FindTip(h.Item(IDC_NUM)).second);
     }));
-}
-
-TEST(NumEditEx, SettingValuesShowsTheClampedDefault)
-{
-    NumHost t;
-    CNumEditEx& edit = t.edit;
-    std::vector<std::wstring> shown;
-    std::vector<double> values;
-    ASSERT_TRUE(t.host.RunModal([&](HostDialog& h) {
-        auto show = [&](auto set) {
-            h.OnDialogThread([&] { set(); values.push_back(edit.GetValue()); });
-            shown.push_back(h.Text(IDC_NUM));
-        };
-        show([&] { edit.SetAllValue(5.0, 1.0, 3.0); });
-        show([&] { edit.SetAllValue(2.5, 0.0, 10.0); });
-        show([&] { edit.SetDefaultValue(-4.0); });
-        show([&] { edit.SetAllValue(L"x", L"", L""); });
-        show([&] { edit.SetAllValue(L"7", L"5", L""); });
-    }));
-    EXPECT_EQ(shown, (std::vector<std::wstring>{L"3", L"2.5", L"0", L"0", L"7"}));
-    EXPECT_EQ(values, (std::vector<double>{3.0, 2.5, 0.0, 0.0, 7.0}));
 }
 
 } // namespace

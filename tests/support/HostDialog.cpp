@@ -1,13 +1,12 @@
-// HostDialog.cpp - an in-memory dialog template run modally, a script
-// thread beside it, and the record of what the dialog received.
+// HostDialog.cpp - the dialog, its script thread and its record.
 #include "support/HostDialog.h"
 
 #include <atomic>
+#include <initializer_list>
 #include <thread>
 
 namespace {
 
-constexpr UINT kRunOnDialogThread = WM_APP + 1;
 constexpr UINT kEnd = WM_APP + 2;
 
 void PutText(std::vector<WORD>& out, const wchar_t* text)
@@ -17,40 +16,28 @@ void PutText(std::vector<WORD>& out, const wchar_t* text)
     out.push_back(0);
 }
 
-void PutDword(std::vector<WORD>& out, DWORD value)
+void PutWords(std::vector<WORD>& out, std::initializer_list<int> words)
 {
-    out.push_back(LOWORD(value));
-    out.push_back(HIWORD(value));
-}
-
-void AlignToDword(std::vector<WORD>& out)
-{
-    if (out.size() % 2 != 0)
-        out.push_back(0);
+    for (int word : words)
+        out.push_back(static_cast<WORD>(word));
 }
 
 } // namespace
 
 HostDialog::HostDialog(std::vector<DialogItem> items, short cx, short cy)
 {
-    PutDword(m_template, DS_SETFONT | DS_MODALFRAME | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE);
-    PutDword(m_template, 0);
-    m_template.push_back(static_cast<WORD>(items.size()));
-    for (short value : {short(0), short(0), cx, cy})
-        m_template.push_back(static_cast<WORD>(value));
-    m_template.push_back(0);  // no menu
-    m_template.push_back(0);  // the standard dialog class
+    const DWORD style = DS_SETFONT | DS_MODALFRAME | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE;
+    // Style, extended style, item count, position and size, no menu, the standard class.
+    PutWords(m_template, {LOWORD(style), HIWORD(style), 0, 0, int(items.size()), 0, 0, cx, cy, 0, 0});
     PutText(m_template, L"QMUtil host dialog");
     m_template.push_back(9);
     PutText(m_template, L"Tahoma");
     for (const DialogItem& item : items)
     {
-        AlignToDword(m_template);
-        PutDword(m_template, item.style | WS_CHILD | WS_VISIBLE);
-        PutDword(m_template, 0);
-        for (short value : {item.x, item.y, item.cx, item.cy})
-            m_template.push_back(static_cast<WORD>(value));
-        m_template.push_back(item.id);
+        if (m_template.size() % 2 != 0)
+            m_template.push_back(0);
+        const DWORD itemStyle = item.style | WS_CHILD | WS_VISIBLE;
+        PutWords(m_template, {LOWORD(itemStyle), HIWORD(itemStyle), 0, 0, item.x, item.y, item.cx, item.cy, item.id});
         PutText(m_template, item.className);
         PutText(m_template, item.text);
         m_template.push_back(0);  // no creation data
@@ -94,45 +81,28 @@ INT_PTR CALLBACK HostDialog::Proc(HWND dialog, UINT message, WPARAM wParam, LPAR
         return TRUE;
     }
     auto* self = reinterpret_cast<HostDialog*>(::GetWindowLongPtrW(dialog, DWLP_USER));
-    if (self == nullptr)
-        return FALSE;
-    switch (message)
-    {
-    case kRunOnDialogThread:
+    if (self != nullptr && message == kRunOnDialogThread)
         (*reinterpret_cast<const std::function<void()>*>(lParam))();
-        return TRUE;
-    case kEnd:
+    if (self != nullptr && message == kEnd)
         ::EndDialog(dialog, IDOK);
-        return TRUE;
-    case WM_COMMAND:
-        self->Record(message, wParam, lParam);
-        if (self->onCommand)
-            self->onCommand(wParam, lParam);
-        return TRUE;
-    default:
-        if (message != WM_NOTIFY && (message < WM_USER || message >= WM_APP))
-            return FALSE;
-        self->Record(message, wParam, lParam);
-        LRESULT result = 0;
-        if (!self->onMessage || !self->onMessage(message, wParam, lParam, result))
-            return FALSE;
-        ::SetWindowLongPtrW(dialog, DWLP_MSGRESULT, result);
-        return TRUE;
+    if (self == nullptr || message == kRunOnDialogThread || message == kEnd)
+        return self != nullptr;
+    if (message != WM_COMMAND && message != WM_NOTIFY && (message < WM_USER || message >= WM_APP))
+        return FALSE;
+    if (self->m_recording)
+    {
+        std::lock_guard<std::mutex> hold(self->m_lock);
+        const UINT code = message == WM_NOTIFY ? reinterpret_cast<NMHDR*>(lParam)->code : 0;
+        self->m_received.push_back(ReceivedMsg{message, wParam, message == WM_NOTIFY ? 0 : lParam, code});
     }
+    LRESULT result = 0;
+    if (!self->onMessage || !self->onMessage(message, wParam, lParam, result))
+        return message == WM_COMMAND;
+    ::SetWindowLongPtrW(dialog, DWLP_MSGRESULT, result);
+    return TRUE;
 }
 
-void HostDialog::Record(UINT message, WPARAM wParam, LPARAM lParam)
-{
-    if (!m_recording)
-        return;
-    std::lock_guard<std::mutex> hold(m_lock);
-    const UINT code = message == WM_NOTIFY ? reinterpret_cast<NMHDR*>(lParam)->code : 0;
-    const LPARAM kept = message == WM_NOTIFY ? 0 : lParam;
-    m_received.push_back(ReceivedMsg{message, wParam, kept, code});
-}
-
-// Input waits in the queue behind nothing we can see from here; a few rounds
-// of sleeping and a sent message give the dialog's thread time for it.
+// Queued input is invisible from here: a few rounds of sleep and a sent message.
 void HostDialog::Settle() const
 {
     for (int i = 0; i < 4; ++i)
@@ -141,34 +111,4 @@ void HostDialog::Settle() const
         DWORD_PTR ignored = 0;
         ::SendMessageTimeoutW(m_window, WM_NULL, 0, 0, SMTO_NORMAL, 2000, &ignored);
     }
-}
-
-void HostDialog::Focus(int id)
-{
-    OnDialogThread([&] { ::SetFocus(Item(id)); });
-    Settle();
-}
-
-void HostDialog::OnDialogThread(const std::function<void()>& action)
-{
-    ::SendMessageW(m_window, kRunOnDialogThread, 0, reinterpret_cast<LPARAM>(&action));
-}
-
-std::wstring HostDialog::Text(int id) const
-{
-    wchar_t buffer[512] = L"";
-    ::SendMessageW(Item(id), WM_GETTEXT, 512, reinterpret_cast<LPARAM>(buffer));
-    return buffer;
-}
-
-std::vector<ReceivedMsg> HostDialog::Received() const
-{
-    std::lock_guard<std::mutex> hold(m_lock);
-    return m_received;
-}
-
-void HostDialog::ClearReceived()
-{
-    std::lock_guard<std::mutex> hold(m_lock);
-    m_received.clear();
 }

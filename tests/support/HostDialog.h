@@ -1,19 +1,13 @@
-// HostDialog.h - a dialog made the way an application of the suite makes
-// one: a dialog template (here in memory), its controls created by the
-// dialog manager, the library's objects attached to them afterwards. It runs
-// modally through DialogBoxIndirectParamW, so the message loop is the
-// dialog manager's, not the library's; the test's script meanwhile runs on a
-// second thread and drives the dialog through the real input queue.
+// HostDialog.h - a dialog made as the suite's applications make one: an
+// in-memory template run modally by DialogBoxIndirectParamW (the dialog
+// manager's loop, not the library's), the library's objects attached in
+// WM_INITDIALOG, and a script on a second thread driving it through the
+// real input queue. It records WM_COMMAND, WM_NOTIFY and the WM_USER range
+// until the script ends.
 //
-//   HostDialog host({{L"EDIT", L"12", ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP, 101, 10, 10, 80, 14}});
-//   CNumEditEx edit;
+//   HostDialog host({{L"EDIT", L"12", ES_AUTOHSCROLL | WS_BORDER, 101, 10, 10, 80, 14}});
 //   host.onInit = [&](HWND dlg) { edit.SubclassDlgItem(101, CWnd::FromHandle(dlg)); };
 //   host.RunModal([&](HostDialog& h) { h.Focus(101); input::Type(L"x"); h.Settle(); });
-//   EXPECT_EQ(host.Received().size(), 0u);
-//
-// The dialog records what it receives (MessageSequence.h): WM_COMMAND,
-// WM_NOTIFY and messages of the WM_USER range, until the script ends (what
-// closing the dialog sends is left out).
 #pragma once
 #include "support/MessageSequence.h"
 
@@ -27,7 +21,7 @@
 
 struct DialogItem
 {
-    const wchar_t* className;  // "EDIT", "BUTTON", "LISTBOX", "COMBOBOX", WC_LISTVIEWW...
+    const wchar_t* className;
     const wchar_t* text;
     DWORD style;               // WS_CHILD | WS_VISIBLE are added
     WORD id;
@@ -39,34 +33,49 @@ class HostDialog
 public:
     explicit HostDialog(std::vector<DialogItem> items, short cx = 220, short cy = 140);
 
-    // Runs in WM_INITDIALOG, on the dialog's thread: attach objects here.
+    // On the dialog's thread: at WM_INITDIALOG, and for WM_COMMAND, WM_NOTIFY
+    // and the WM_USER range (true sends `result` back).
     std::function<void(HWND dialog)> onInit;
-    // Runs on the dialog's thread for every WM_COMMAND, after recording it.
-    std::function<void(WPARAM wParam, LPARAM lParam)> onCommand;
-    // Runs on the dialog's thread for WM_NOTIFY and the WM_USER range, after
-    // recording; a true answer sends `result` back to the sender.
     std::function<bool(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)> onMessage;
 
-    // Shows the dialog modally until `script` (on a second thread) returns.
-    // Returns false when the dialog could not be shown.
+    // Shows the dialog until `script` returns; false when it never showed.
     bool RunModal(const std::function<void(HostDialog&)>& script);
 
     HWND Window() const { return m_window; }
     HWND Item(int id) const { return ::GetDlgItem(m_window, id); }
-    // From the script: gives the control the focus and waits for it.
-    void Focus(int id);
-    // From the script: lets the dialog's thread work off queued input.
+    // From the script: focus a control; let the dialog work off queued
+    // input; run `action` on the dialog's thread and wait for it.
+    void Focus(int id)
+    {
+        OnDialogThread([&] { ::SetFocus(Item(id)); });
+        Settle();
+    }
     void Settle() const;
-    // Runs `action` on the dialog's thread and waits for it.
-    void OnDialogThread(const std::function<void()>& action);
-    std::wstring Text(int id) const;
+    void OnDialogThread(const std::function<void()>& action)
+    {
+        ::SendMessageW(m_window, kRunOnDialogThread, 0, reinterpret_cast<LPARAM>(&action));
+    }
+    std::wstring Text(int id) const
+    {
+        wchar_t buffer[512] = L"";
+        ::GetWindowTextW(Item(id), buffer, 512);
+        return buffer;
+    }
 
-    std::vector<ReceivedMsg> Received() const;
-    void ClearReceived();
+    std::vector<ReceivedMsg> Received() const
+    {
+        std::lock_guard<std::mutex> hold(m_lock);
+        return m_received;
+    }
+    void ClearReceived()
+    {
+        std::lock_guard<std::mutex> hold(m_lock);
+        m_received.clear();
+    }
 
 private:
+    static constexpr UINT kRunOnDialogThread = WM_APP + 1;
     static INT_PTR CALLBACK Proc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
-    void Record(UINT message, WPARAM wParam, LPARAM lParam);
 
     std::vector<WORD> m_template;
     HWND m_window = nullptr;

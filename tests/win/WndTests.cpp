@@ -1,6 +1,4 @@
-// The window foundation inside a host's modal dialog: pre-translation in a
-// loop that is not ours, reflection through a foreign parent, creation
-// through the tables, and windows destroyed behind the library's back.
+// The window foundation inside a host's modal dialog, whose loop is not ours.
 #include <QMUtil.h>
 
 #include "support/HostDialog.h"
@@ -19,8 +17,7 @@ class ProbeEdit : public CEdit
 public:
     BOOL PreTranslateMessage(MSG* msg) override
     {
-        if (msg->message == WM_KEYDOWN)
-            ++keyDowns;
+        keyDowns += msg->message == WM_KEYDOWN;
         return msg->message == WM_CHAR && msg->wParam == L'x';
     }
     void OnChange() { ++changes; }
@@ -165,14 +162,10 @@ TEST(WindowFoundation, NullWindowsAndMissingIdsGiveEmptyResults)
     CString text = L"kept?";
     none.GetWindowText(text);
     EXPECT_TRUE(text.IsEmpty());
-    EXPECT_EQ(CWnd::FromHandle(nullptr), nullptr);
-    EXPECT_EQ(none.GetDlgItem(1), nullptr);
-    EXPECT_EQ(none.GetParent(), nullptr);
-    EXPECT_FALSE(edit.SubclassDlgItem(1, nullptr));
-    EXPECT_FALSE(edit.SubclassDlgItem(1, &none));
-    EXPECT_FALSE(edit.SubclassWindow(nullptr));
-    EXPECT_EQ(box.GetCurSel(), LB_ERR);
-    EXPECT_EQ(box.FindString(-1, L"a"), LB_ERR);
+    for (CWnd* got : {CWnd::FromHandle(nullptr), none.GetDlgItem(1), none.GetParent()})
+        EXPECT_EQ(got, nullptr);
+    EXPECT_FALSE(edit.SubclassDlgItem(1, nullptr) || edit.SubclassDlgItem(1, &none) || edit.SubclassWindow(nullptr));
+    EXPECT_EQ(std::make_pair(box.GetCurSel(), box.FindString(-1, L"a")), std::make_pair(LB_ERR, LB_ERR));
     EXPECT_EQ(none.SendMessage(WM_GETTEXTLENGTH), 0);
     EXPECT_EQ(none.Detach(), nullptr);
 }
