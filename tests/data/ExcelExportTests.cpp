@@ -10,16 +10,15 @@
 
 namespace {
 
-// The calls the stand-in recorded since the last look, one a line.
+// The calls the stand-in (the registered one, beside the tests) recorded since the last look.
 CString TakeCalls()
 {
     using Take = BSTR(WINAPI*)(BOOL);
-    const HMODULE server = LoadLibraryW(L"qmstandins.dll");   // the registered one, beside the tests
+    const HMODULE server = LoadLibraryW(L"qmstandins.dll");
     auto take = reinterpret_cast<Take>(reinterpret_cast<void*>(GetProcAddress(server, "StandInExcelCalls")));
     const BSTR calls = take != nullptr ? take(TRUE) : nullptr;
     const CString text = calls;
-    SysFreeString(calls);
-    return text;
+    return SysFreeString(calls), text;
 }
 
 std::vector<std::pair<int, int>> g_progress;

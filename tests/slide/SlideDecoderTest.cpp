@@ -35,8 +35,7 @@ const unsigned char* Data(const std::string& bytes) { return reinterpret_cast<co
 Recorder Decode(const std::string& bytes)
 {
     Recorder recorder;
-    recorder.stats = QM::DecodeSlide(Data(bytes), bytes.size(), recorder);
-    return recorder;
+    return recorder.stats = QM::DecodeSlide(Data(bytes), bytes.size(), recorder), recorder;
 }
 
 SlideWriter Slide() { return SlideWriter(100, 100); }
@@ -104,12 +103,10 @@ TEST(SlideDecoder, HeaderNeedsAll31Bytes)
     const std::string bytes = SlideWriter(640, 0x1234).Bytes();
     QM::SlideHeader header{};
     ASSERT_TRUE(QM::ReadSlideHeader(Data(bytes), bytes.size(), header));
-    EXPECT_EQ(header.highX, 640u);
-    EXPECT_EQ(header.highY, 0x1234u);
+    EXPECT_TRUE(header.highX == 640u && header.highY == 0x1234u);
     EXPECT_FALSE(QM::ReadSlideHeader(Data(bytes), 30, header));
     Recorder recorder;
     EXPECT_EQ(QM::DecodeSlide(nullptr, 100, recorder).colourChanges, 0u);
-    EXPECT_EQ(recorder.events, "");
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstring>
+#include <memory>
 #include <vector>
 
 namespace {
@@ -160,16 +161,13 @@ TEST(DoubleNulLists, SplitAndBuildRoundTripAndEmptyListsClearTheOutput)
     CStringArray items = Holding(L"stale");
     EXPECT_EQ(QM::Get00Strings(list, items), 2);
     EXPECT_EQ(ToVector(items), (Fields{L"alpha", L"beta"}));
-    auto* built = static_cast<wchar_t*>(QM::Get00Buffer(items, nullptr, 0));
-    EXPECT_EQ(0, std::memcmp(built, list, sizeof list - sizeof(wchar_t)));
-    delete[] built;
-
+    std::unique_ptr<wchar_t[]> built(static_cast<wchar_t*>(QM::Get00Buffer(items, nullptr, 0)));
+    EXPECT_EQ(0, std::memcmp(built.get(), list, sizeof list - sizeof(wchar_t)));
     EXPECT_EQ(QM::Get00Strings(L"\0\0", items), 0);
     EXPECT_EQ(items.GetSize(), 0);
     EXPECT_EQ(QM::Get00Strings(nullptr, items), 0);
-    built = static_cast<wchar_t*>(QM::Get00Buffer(items, nullptr, 0));
+    built.reset(static_cast<wchar_t*>(QM::Get00Buffer(items, nullptr, 0)));
     EXPECT_EQ(built[0], L'\0');
-    delete[] built;
 }
 
 // `size` says how much to clear; the list is copied whatever it says.
@@ -177,8 +175,8 @@ TEST(DoubleNulLists, ACallerBufferIsZeroedOverSizeBytesThenFilled)
 {
     CStringArray items = Holding(L"ab");
     items.Add(L"c");
-    wchar_t buffer[16];
-    for (int size : {static_cast<int>(sizeof buffer), 2}) {
+    for (int size : {32, 2}) {
+        wchar_t buffer[16];
         std::fill(buffer, buffer + 16, L'#');
         EXPECT_EQ(QM::Get00Buffer(items, buffer, size), buffer);
         const wchar_t expected[] = {L'a', L'b', 0, L'c', 0, 0};
