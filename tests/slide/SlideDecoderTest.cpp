@@ -35,7 +35,8 @@ const unsigned char* Data(const std::string& bytes) { return reinterpret_cast<co
 Recorder Decode(const std::string& bytes)
 {
     Recorder recorder;
-    return recorder.stats = QM::DecodeSlide(Data(bytes), bytes.size(), recorder), recorder;
+    recorder.stats = QM::DecodeSlide(Data(bytes), bytes.size(), recorder);
+    return recorder;
 }
 
 SlideWriter Slide() { return SlideWriter(100, 100); }
