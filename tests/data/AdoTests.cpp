@@ -44,16 +44,13 @@ protected:
     CAdoForVc db;
 };
 
+// No rows leave the output alone but still refresh the fields.
 TEST_F(SqliteDb, RowsComeBackRowMajorAsTrimmedText)
 {
     EXPECT_STREQ(L"1|  钢管|2.5|2024/1/2|007|2||-3|| #2", Query(L"select * from t order by id"));
     EXPECT_STREQ(L"id|name|price|made|code", Joined(db.m_arrFieldName));
     const CUIntArray& types = db.m_arrFieldType;
     EXPECT_EQ(std::vector<UINT>(types.GetData(), types.GetData() + types.GetSize()), (std::vector<UINT>{3, 203, 5, 7, 202}));
-}
-
-TEST_F(SqliteDb, NoRowsLeavesOutAloneButRefreshesTheFields)
-{
     CStringArray out;
     out.Add(L"kept");
     EXPECT_EQ(0, db.GetRecordFromDB(L"select code, id from t where id > 5", out));
