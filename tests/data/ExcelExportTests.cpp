@@ -10,23 +10,18 @@
 
 namespace {
 
-// The calls the stand-in recorded since the last look, one a line.
+// The calls the stand-in (the registered one, beside the tests) recorded since the last look.
 CString TakeCalls()
 {
     using Take = BSTR(WINAPI*)(BOOL);
-    const HMODULE server = LoadLibraryW(L"qmstandins.dll");   // the registered one, beside the tests
+    const HMODULE server = LoadLibraryW(L"qmstandins.dll");
     auto take = reinterpret_cast<Take>(reinterpret_cast<void*>(GetProcAddress(server, "StandInExcelCalls")));
     const BSTR calls = take != nullptr ? take(TRUE) : nullptr;
     const CString text = calls;
-    SysFreeString(calls);
-    return text;
+    return SysFreeString(calls), text;
 }
 
 std::vector<std::pair<int, int>> g_progress;
-void Progress(int last, int row)
-{
-    g_progress.emplace_back(last, row);
-}
 
 class ExcelExport : public ::testing::Test
 {
@@ -48,7 +43,8 @@ TEST_F(ExcelExport, DroppedAndCappedColumnsTextCellsAndTheCallSequence)
 {
     int widths[] = {-1, 40, 8};
     const CString file = dir.Path() + L"out.xml";
-    ASSERT_EQ(0, QM::ExportToExcelTable(file, headers, cells, Progress, L"ignored", widths, 0));
+    ASSERT_EQ(0, QM::ExportToExcelTable(file, headers, cells, [](int last, int row) { g_progress.emplace_back(last, row); },
+                                        L"ignored", widths, 0));
     const CString expected = L"get Application.Workbooks\ncall Workbooks.Add(<missing>)\nget Workbook.Worksheets\n"
         L"get Worksheets.Item(\"sheet1\")\nget Worksheet.Cells\nput Range.NumberFormat = \"@\"\n"
         L"put Range.Item(1, 1) = \"编号\"\nput Range.Item(1, 2) = \"备注\"\n"

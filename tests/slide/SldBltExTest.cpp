@@ -14,8 +14,7 @@ namespace {
 
 using namespace qmtest;
 
-// Any size gives an object the caller can delete; only a null record gives
-// none.
+// Any size gives an object the caller can delete; only a null record gives none.
 TEST(SldBltEx, AnySizeGivesABitmapObject)
 {
     EXPECT_EQ(QM::SldBltEx(nullptr), nullptr);
@@ -40,9 +39,7 @@ TEST(SldBltEx, QmtoolRendersOnlySlideFiles)
         {L"folder.sld", "", L"is a folder"},
     };
     for (const auto& row : rows) {
-        const CString file = dir.Path() + row.name;
-        if (!QM::IsExist(file))
-            dir.WriteFile(row.name, row.bytes);
+        const CString file = QM::IsExist(dir.Path() + row.name) ? dir.Path() + row.name : dir.WriteFile(row.name, row.bytes);
         CString output;
         EXPECT_EQ(1, RunQmtool(L"slide render \"" + file + L"\" \"" + dir.Path() + L"out.png\"", output));
         EXPECT_GE(output.Find(row.says), 0) << output.GetString();

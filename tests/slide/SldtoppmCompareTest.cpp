@@ -11,7 +11,6 @@
 #include "support/TempDir.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -30,8 +29,7 @@ std::string UnixPath(const CString& path)
         reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"kernel32.dll"), "wine_get_unix_file_name")));
     char* name = toUnix ? toUnix(path) : nullptr;
     const std::string result = name ? name : "";
-    if (name)
-        ::HeapFree(::GetProcessHeap(), 0, name);
+    ::HeapFree(::GetProcessHeap(), 0, name);
     return result;
 }
 
@@ -42,9 +40,9 @@ int Unmatched(const LitMap& a, const LitMap& b)
     for (int y = 0; y < kHeight; ++y)
         for (int x = 0; x < kWidth; ++x) {
             bool matched = !a[y * kWidth + x];
-            for (int nx = x - 1; nx <= x + 1; ++nx)
-                for (int ny = y - 1; ny <= y + 1; ++ny)
-                    matched = matched || (nx >= 0 && ny >= 0 && nx < kWidth && ny < kHeight && b[ny * kWidth + nx]);
+            for (int nx = std::max(x - 1, 0); nx <= std::min(x + 1, kWidth - 1); ++nx)
+                for (int ny = std::max(y - 1, 0); ny <= std::min(y + 1, kHeight - 1); ++ny)
+                    matched = matched || b[ny * kWidth + nx];
             misses += matched ? 0 : 1;
         }
     return misses;
@@ -113,11 +111,11 @@ TEST_F(SldtoppmCompare, VectorsColoursAndFillsMatch)
     SlideWriter absolute(kHighX, kHighY), relative(kHighX, kHighY), fills(kHighX, kHighY);
     for (int i = 0; i < 60; ++i) {
         if (i % 7 == 0)
-            absolute.Colour(static_cast<std::uint8_t>(1 + Next() % 255));
+            absolute.Colour(1 + Next() % 255);
         absolute.Vector(Next() % kWidth, Next() % kHeight, Next() % kWidth, Next() % kHeight);
     }
     for (int i = 0; i < 12; ++i) {
-        relative.Colour(static_cast<std::uint8_t>(1 + i * 20)).Vector(60 + Next() % 80, 40 + Next() % 70, 100, 75);
+        relative.Colour(1 + i * 20).Vector(60 + Next() % 80, 40 + Next() % 70, 100, 75);
         for (int j = 0; j < 5; ++j)
             relative.Endpoint(Delta(), Delta());
         relative.Offset(Delta(), Delta(), Delta(), Delta());

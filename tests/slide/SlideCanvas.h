@@ -16,8 +16,7 @@ const COLORREF kRed = RGB(255, 0, 0), kGreen = RGB(0, 255, 0), kBlue = RGB(0, 0,
 
 // Between `min` and `max` pixels of `colour` inside `rect`.
 struct Probe { CRect rect; COLORREF colour; int min, max; };
-inline Probe Pixel(int x, int y, COLORREF c) { return {CRect(x, y, x + 1, y + 1), c, 1, 1}; }
-inline Probe NotPixel(int x, int y, COLORREF c) { return {CRect(x, y, x + 1, y + 1), c, 0, 0}; }
+inline Probe Pixel(int x, int y, COLORREF c, int n = 1) { return {CRect(x, y, x + 1, y + 1), c, n, n}; }
 inline Probe Exactly(int n, COLORREF c, const CRect& rect) { return {rect, c, n, n}; }
 inline Probe MoreThan(int n, COLORREF c, const CRect& rect) { return {rect, c, n + 1, INT_MAX}; }
 
@@ -26,11 +25,10 @@ class SlideCanvas
 public:
     SlideCanvas(int w, int h) : width(w), height(h)
     {
-        dc.CreateCompatibleDC(nullptr);
         BITMAPINFO info{{sizeof(BITMAPINFOHEADER), w, -h, 1, 32, BI_RGB, 0, 0, 0, 0, 0}, {}};
         void* bits = nullptr;
-        m_bitmap.Attach(::CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-        m_old = dc.SelectObject(m_bitmap.m_hObject);
+        m_bitmap.Attach(::CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+        Select(m_bitmap);
         CBrush brush(kUntouched);
         dc.FillRect(CRect(0, 0, w, h), &brush);
     }
@@ -40,8 +38,7 @@ public:
         bitmap.GetBitmap(&info);
         width = info.bmWidth;
         height = info.bmHeight;
-        dc.CreateCompatibleDC(nullptr);
-        m_old = dc.SelectObject(bitmap.m_hObject);
+        Select(bitmap);
     }
     ~SlideCanvas() { dc.SelectObject(m_old); }
 
@@ -66,6 +63,12 @@ public:
     int width = 0, height = 0;
 
 private:
+    void Select(CBitmap& bitmap)
+    {
+        dc.CreateCompatibleDC(nullptr);
+        m_old = dc.SelectObject(bitmap.m_hObject);
+    }
+
     CBitmap m_bitmap;
     HGDIOBJ m_old = nullptr;
 };

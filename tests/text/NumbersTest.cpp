@@ -14,20 +14,16 @@ const double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 TEST(NumberText, FormatsAsPrintfDoesAndPadsWithoutCutting)
 {
-    EXPECT_EQ(QM::IntToStr(255, 1), CString(L"FF"));
-    EXPECT_EQ(QM::IntToStr(-1, 1), CString(L"FFFFFFFF"));
-    EXPECT_EQ(QM::IntToStr(-42, 0), CString(L"-42"));
-    EXPECT_EQ(QM::FloatToStr(2.71828, 3), CString(L"2.718"));
-    EXPECT_EQ(QM::FloatToStr(0.0001, 10), CString(L"0.0001000000"));
-    EXPECT_EQ(QM::FloatToStr(-7.6, 0), CString(L"-8"));
-    EXPECT_EQ(QM::FloatToStr(3.7, -2), CString(L"4"));   // negative digits count as none
-    EXPECT_EQ(QM::FixLenStr(L"ab", 4, true), CString(L"  ab"));
-    EXPECT_EQ(QM::FixLenStr(L"ab", 4, false), CString(L"ab  "));
-    EXPECT_EQ(QM::FixLenStr(L"abcdef", 4, true), CString(L"abcdef"));
-    EXPECT_EQ(QM::FixLenStr(L"图层", 3, true), CString(L" 图层"));
-    EXPECT_EQ(QM::FixLenStr(nullptr, 2, false), CString(L"  "));
-    EXPECT_EQ(QM::FixLenStr(L"ab", -4, true), CString(L"ab  "));   // "%-4s"
-    EXPECT_EQ(QM::FixLenStr(L"ab", -4, false), CString(L"ab  "));
+    const struct { CString got; const wchar_t* expected; } rows[] = {
+        {QM::IntToStr(255, 1), L"FF"}, {QM::IntToStr(-1, 1), L"FFFFFFFF"}, {QM::IntToStr(-42, 0), L"-42"},
+        {QM::FloatToStr(2.71828, 3), L"2.718"}, {QM::FloatToStr(0.0001, 10), L"0.0001000000"},
+        {QM::FloatToStr(-7.6, 0), L"-8"}, {QM::FloatToStr(3.7, -2), L"4"},   // negative digits count as none
+        {QM::FixLenStr(L"ab", 4, true), L"  ab"}, {QM::FixLenStr(L"ab", 4, false), L"ab  "},
+        {QM::FixLenStr(L"abcdef", 4, true), L"abcdef"}, {QM::FixLenStr(L"图层", 3, true), L" 图层"},
+        {QM::FixLenStr(nullptr, 2, false), L"  "}, {QM::FixLenStr(L"ab", -4, true), L"ab  "},   // "%-4s"
+        {QM::FixLenStr(L"ab", -4, false), L"ab  "}};
+    for (const auto& row : rows)
+        EXPECT_EQ(row.got, CString(row.expected));
 }
 
 TEST(NumberText, AdjustStringMovesACutOutOfASurrogatePairOnly)
@@ -58,16 +54,12 @@ TEST(NumberText, SetDblPrecTruncatesToA32BitIntegerBeforeScalingAndWrapsOnOverfl
     }
 }
 
-TEST(Tolerance, DefaultsWithoutStartupSettings)
-{
-    EXPECT_DOUBLE_EQ(QM::ZERO(), 0.000001);
-    EXPECT_DOUBLE_EQ(QM::GetDoubleEQ(), 0.000001);
-    EXPECT_DOUBLE_EQ(QM::GetTextWidthFactor(), 0.7);
-}
-
 TEST(Tolerance, IsZeroIsInclusiveWhileIsDoubleEqIsStrictAndNaNMatchesNothing)
 {
     const double t = QM::ZERO();
+    EXPECT_DOUBLE_EQ(t, 0.000001);   // the defaults, without start-up settings
+    EXPECT_DOUBLE_EQ(QM::GetDoubleEQ(), 0.000001);
+    EXPECT_DOUBLE_EQ(QM::GetTextWidthFactor(), 0.7);
     EXPECT_TRUE(QM::ISZERO(t));
     EXPECT_TRUE(QM::ISZERO(-t));
     EXPECT_FALSE(QM::ISZERO(std::nextafter(t, 1.0)));
@@ -115,11 +107,12 @@ TEST(NumberText, EachNumericTextTestAnswersAsClassified)
         {L"4 2",      false, false, false, false, false}, {L"１２",    false, false, false, false, false},
         {L"007",      true,  false, true,  true,  true},  {L".",       true,  true,  false, false, false}};
     for (const auto& row : rows) {
-        EXPECT_EQ(QM::IsNum(row.text), row.num) << '"' << row.text << '"';
-        EXPECT_EQ(QM::IsZero(row.text), row.zero) << '"' << row.text << '"';
-        EXPECT_EQ(QM::IsPlusNum(row.text), row.plusNum) << '"' << row.text << '"';
-        EXPECT_EQ(QM::IsInt(row.text), row.isInt) << '"' << row.text << '"';
-        EXPECT_EQ(QM::IsPlusInt(row.text), row.plusInt) << '"' << row.text << '"';
+        SCOPED_TRACE(testing::PrintToString(std::wstring(row.text)));
+        EXPECT_EQ(QM::IsNum(row.text), row.num);
+        EXPECT_EQ(QM::IsZero(row.text), row.zero);
+        EXPECT_EQ(QM::IsPlusNum(row.text), row.plusNum);
+        EXPECT_EQ(QM::IsInt(row.text), row.isInt);
+        EXPECT_EQ(QM::IsPlusInt(row.text), row.plusInt);
     }
 }
 

@@ -1,7 +1,7 @@
-// StartupToleranceTest.cpp - the tolerances and the text width factor as
-// they come from the start-up settings. The zero tolerance and the width
-// factor are read once per process, so each case runs in a fresh child
-// process whose library starts from an INIT.ini of the parent's making.
+// StartupToleranceTest.cpp - the tolerances and the text width factor as the
+// start-up settings give them. The zero tolerance and the width factor are
+// read once per process, so each case runs in a fresh child process whose
+// library starts from an INIT.ini of the parent's making.
 #include "support/ChildProcess.h"
 
 #include <string>
@@ -18,24 +18,27 @@ void Rewrite(const wchar_t* section, const wchar_t* key, const wchar_t* value)
     QM::CInitSetting().SetFilePath(ini);
 }
 
-TEST(StartupChild, ZeroIsReadOnceAndInclusive)
+// ZERO and TextWidthFactor keep their first reading; DoubleEQ follows the file.
+TEST(StartupChild, ZeroAndWidthAreReadOnceDoubleEqAtEveryCall)
 {
     QMTEST_CHILD_ONLY();
     EXPECT_EQ(QM::ZERO(), 0.25);
-    EXPECT_TRUE(QM::ISZERO(0.25));
     EXPECT_TRUE(QM::ISZERO(-0.25));
     EXPECT_FALSE(QM::ISZERO(0.2500001));
+    EXPECT_EQ(QM::GetTextWidthFactor(), 0.5);
+    EXPECT_TRUE(QM::IsDoubleEQ(1.0, 1.25));
+    EXPECT_FALSE(QM::IsDoubleEQ(1.0, 1.5));
     Rewrite(L"Precision", L"ZERO", L"0.5");
-    EXPECT_EQ(QM::ZERO(), 0.25);
-    qmtest::ChildReached();
-}
-
-TEST(StartupChild, TextWidthFactorIsReadOnce)
-{
-    QMTEST_CHILD_ONLY();
-    EXPECT_EQ(QM::GetTextWidthFactor(), 0.5);
     Rewrite(L"Software", L"TextWidthFactor", L"0.9");
+    QM::SetDoubleEQ(0.25);
+    wchar_t written[64] = L"";
+    GetPrivateProfileStringW(L"Precision", L"DoubleEQ", L"", written, 64, QM::CInitSetting().GetFilePath());
+    EXPECT_STREQ(written, L"0.2500000000");
+    Rewrite(L"Precision", L"DoubleEQ", L"0.125");
+    EXPECT_EQ(QM::ZERO(), 0.25);
     EXPECT_EQ(QM::GetTextWidthFactor(), 0.5);
+    EXPECT_FALSE(QM::IsDoubleEQ(1.0, 1.125));
+    EXPECT_TRUE(QM::IsDoubleEQ(1.0, 1.1));
     qmtest::ChildReached();
 }
 
@@ -46,31 +49,13 @@ TEST(StartupChild, TextWidthFactorNotAboveZeroFallsBack)
     qmtest::ChildReached();
 }
 
-TEST(StartupChild, DoubleEqFollowsTheSettingsAtEveryCall)
-{
-    QMTEST_CHILD_ONLY();
-    EXPECT_EQ(QM::GetDoubleEQ(), 0.5);
-    EXPECT_TRUE(QM::IsDoubleEQ(1.0, 1.25));
-    EXPECT_FALSE(QM::IsDoubleEQ(1.0, 1.5));
-    QM::SetDoubleEQ(0.25);
-    EXPECT_EQ(QM::GetDoubleEQ(), 0.25);
-    wchar_t written[64] = L"";
-    GetPrivateProfileStringW(L"Precision", L"DoubleEQ", L"", written, 64, QM::CInitSetting().GetFilePath());
-    EXPECT_STREQ(written, L"0.2500000000");
-    Rewrite(L"Precision", L"DoubleEQ", L"0.125");
-    EXPECT_EQ(QM::GetDoubleEQ(), 0.125);
-    EXPECT_FALSE(QM::IsDoubleEQ(1.0, 1.125));
-    qmtest::ChildReached();
-}
-
 TEST(StartupTolerance, EachChildCasePassesWithItsOwnStartupFile)
 {
     const struct { const char* test; const char* ini; } rows[] = {
-        {"ZeroIsReadOnceAndInclusive", "[Precision]\r\nZERO=0.25\r\n"},
-        {"TextWidthFactorIsReadOnce", "[Software]\r\nTextWidthFactor=0.5\r\n"},
+        {"ZeroAndWidthAreReadOnceDoubleEqAtEveryCall",
+         "[Precision]\r\nZERO=0.25\r\nDoubleEQ=0.5\r\n[Software]\r\nTextWidthFactor=0.5\r\n"},
         {"TextWidthFactorNotAboveZeroFallsBack", "[Software]\r\nTextWidthFactor=0\r\n"},
         {"TextWidthFactorNotAboveZeroFallsBack", "[Precision]\r\nZERO=0.6\r\n[Software]\r\nTextWidthFactor=0.5\r\n"},
-        {"DoubleEqFollowsTheSettingsAtEveryCall", "[Precision]\r\nDoubleEQ=0.5\r\n"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(qmtest::RunInChild(("StartupChild." + std::string(row.test)).c_str(), row.ini), 0) << row.ini;

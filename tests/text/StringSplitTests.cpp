@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstring>
+#include <memory>
 #include <vector>
 
 namespace {
@@ -30,11 +31,8 @@ CStringArray Holding(const wchar_t* item)
 TEST(SeparateString, DropsEmptyFieldsKeepsBlanksAndHonoursQuotesOnlyWhenAsked)
 {
     const struct { const wchar_t* text; wchar_t delim; bool quotes; Fields expected; } rows[] = {
-        {L",,a,,b,,", L',', false, {L"a", L"b"}},
-        {L"  a  b ", L' ', false, {L"a", L"b"}},
-        {L",,,", L',', false, {}},
-        {L" a , b ", L',', false, {L" a ", L" b "}},
-        {L"\"a,b\",c", L',', true, {L"a,b", L"c"}},
+        {L",,a,,b,,", L',', false, {L"a", L"b"}}, {L"  a  b ", L' ', false, {L"a", L"b"}}, {L",,,", L',', false, {}},
+        {L" a , b ", L',', false, {L" a ", L" b "}}, {L"\"a,b\",c", L',', true, {L"a,b", L"c"}},
         {L"\"a,b\",c", L',', false, {L"\"a", L"b\"", L"c"}},
         {L"ab\"c d\" e", L' ', true, {L"ab", L"c d", L"e"}},   // a quote inside a field starts the next
         {L"\"say \\\"hi\\\"\",x", L',', true, {L"say \\\"hi\\\"", L"x"}},   // escaped quotes stay, backslashes too
@@ -81,10 +79,8 @@ TEST(SeparateString, TheIndexFormPicksOneFieldOrNothingAndThrowsForANegativeInde
 TEST(OldSplitters, DisCommaStringClearsDropsEmptyFieldsAndCanStripEveryOuterQuote)
 {
     const struct { const wchar_t* text; bool strip; Fields expected; } rows[] = {
-        {L"a,,b", false, {L"a", L"b"}},
-        {L" a ,", false, {L" a "}},
-        {L"\"x\",\"\"\"y\",\"\"", true, {L"x", L"y"}},
-        {L"\"x\"", false, {L"\"x\""}},
+        {L"a,,b", false, {L"a", L"b"}}, {L" a ,", false, {L" a "}},
+        {L"\"x\",\"\"\"y\",\"\"", true, {L"x", L"y"}}, {L"\"x\"", false, {L"\"x\""}},
     };
     for (const auto& row : rows) {
         CStringArray out = Holding(L"stale");
@@ -106,11 +102,8 @@ TEST(OldSplitters, GetNumOfStrNeedsACommaForTheFirstFieldAndGivesTheLastPastTheE
 TEST(OldSplitters, DisSpaceStringAppendsAndSplitsAtTabsOnlyWhenNoBlankIsLeft)
 {
     const struct { const wchar_t* text; int result; Fields expected; } rows[] = {
-        {L"a\tb c", 3, {L"old", L"a\tb", L"c"}},
-        {L"x\ty", 3, {L"old", L"x", L"y"}},
-        {L"  p   q  ", 3, {L"old", L"p", L"q"}},
-        {L"   ", 0, {L"old"}},
-    };
+        {L"a\tb c", 3, {L"old", L"a\tb", L"c"}}, {L"x\ty", 3, {L"old", L"x", L"y"}},
+        {L"  p   q  ", 3, {L"old", L"p", L"q"}}, {L"   ", 0, {L"old"}}};
     for (const auto& row : rows) {
         CStringArray out = Holding(L"old");
         EXPECT_EQ(QMOLD::DisSpaceString(row.text, out), row.result) << row.text;
@@ -121,13 +114,10 @@ TEST(OldSplitters, DisSpaceStringAppendsAndSplitsAtTabsOnlyWhenNoBlankIsLeft)
 TEST(GetWordFromStr, BlanksSkipRunsListsCountDepthZeroAndOtherDelimitersCountEmptyFields)
 {
     const struct { const wchar_t* text; int n; wchar_t delim; const wchar_t* expected; } rows[] = {
-        {L"x  y", 0, L' ', L"x"},  {L"x  y", 1, L' ', L"y"},  {L"x  y", 2, L' ', L""},
-        {L"a \"b\" c", 1, L' ', L"b"},
-        {L"(a (b c) d)", 1, L'(', L"(b c)"},  {L"  (a (b c) d)  ", 2, L'(', L"d"},
-        {L"(a (b (c e)) d)", 1, L'(', L"(b (c e))"},  {L"(a b)", 3, L'(', L""},
-        {L"a,,b", 1, L',', L""},  {L"a,,b", 2, L',', L"b"},  {L"a,,b", 3, L',', L""},
-        {L"a; \"q r\" ;b", 1, L';', L"q r"},
-    };
+        {L"x  y", 0, L' ', L"x"}, {L"x  y", 1, L' ', L"y"}, {L"x  y", 2, L' ', L""}, {L"a \"b\" c", 1, L' ', L"b"},
+        {L"(a (b c) d)", 1, L'(', L"(b c)"}, {L"  (a (b c) d)  ", 2, L'(', L"d"},
+        {L"(a (b (c e)) d)", 1, L'(', L"(b (c e))"}, {L"(a b)", 3, L'(', L""}, {L"a,,b", 1, L',', L""},
+        {L"a,,b", 2, L',', L"b"}, {L"a,,b", 3, L',', L""}, {L"a; \"q r\" ;b", 1, L';', L"q r"}};
     for (const auto& row : rows)
         EXPECT_EQ(QM::GetWordFromStr(row.text, row.n, row.delim), CString(row.expected)) << row.text << " #" << row.n;
 }
@@ -160,16 +150,13 @@ TEST(DoubleNulLists, SplitAndBuildRoundTripAndEmptyListsClearTheOutput)
     CStringArray items = Holding(L"stale");
     EXPECT_EQ(QM::Get00Strings(list, items), 2);
     EXPECT_EQ(ToVector(items), (Fields{L"alpha", L"beta"}));
-    auto* built = static_cast<wchar_t*>(QM::Get00Buffer(items, nullptr, 0));
-    EXPECT_EQ(0, std::memcmp(built, list, sizeof list - sizeof(wchar_t)));
-    delete[] built;
-
+    std::unique_ptr<wchar_t[]> built(static_cast<wchar_t*>(QM::Get00Buffer(items, nullptr, 0)));
+    EXPECT_EQ(0, std::memcmp(built.get(), list, sizeof list - sizeof(wchar_t)));
     EXPECT_EQ(QM::Get00Strings(L"\0\0", items), 0);
     EXPECT_EQ(items.GetSize(), 0);
     EXPECT_EQ(QM::Get00Strings(nullptr, items), 0);
-    built = static_cast<wchar_t*>(QM::Get00Buffer(items, nullptr, 0));
+    built.reset(static_cast<wchar_t*>(QM::Get00Buffer(items, nullptr, 0)));
     EXPECT_EQ(built[0], L'\0');
-    delete[] built;
 }
 
 // `size` says how much to clear; the list is copied whatever it says.
@@ -177,8 +164,8 @@ TEST(DoubleNulLists, ACallerBufferIsZeroedOverSizeBytesThenFilled)
 {
     CStringArray items = Holding(L"ab");
     items.Add(L"c");
-    wchar_t buffer[16];
-    for (int size : {static_cast<int>(sizeof buffer), 2}) {
+    for (int size : {32, 2}) {
+        wchar_t buffer[16];
         std::fill(buffer, buffer + 16, L'#');
         EXPECT_EQ(QM::Get00Buffer(items, buffer, size), buffer);
         const wchar_t expected[] = {L'a', L'b', 0, L'c', 0, 0};

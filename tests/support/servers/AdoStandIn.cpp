@@ -1,10 +1,8 @@
 // AdoStandIn.cpp - "ADODB.Connection" and "ADODB.Recordset" backed by real
-// databases through ODBC (Wine's odbc32 reaches unixODBC): the Access
-// provider's connection string is served by the MDBTools driver on the named
-// file, any other string goes to ODBC as it stands, Windows paths in it made
-// Linux paths. A result is read whole when it is opened; values come as the
-// driver's text converted to the column's type (binary ones stay the
-// driver's hex text); errors carry the driver's own message.
+// databases through ODBC (Wine's odbc32 reaches unixODBC). A result is read
+// whole when it is opened; values come as the driver's text converted to the
+// column's type (binary ones stay the driver's hex text); errors carry the
+// driver's own message.
 #include "StandIn.h"
 
 #include <sql.h>
@@ -12,6 +10,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <regex>
 
 namespace standin {
 namespace {
@@ -32,38 +31,31 @@ std::wstring DriverMessage(SQLSMALLINT type, SQLHANDLE handle)
     return text[0] != 0 ? reinterpret_cast<wchar_t*>(text) : L"The ODBC driver refused the request.";
 }
 
-// A result held whole: names, ADO type codes, VARIANT types, cells row-major.
-struct Table
+struct Column
 {
-    std::vector<std::wstring> names;
-    std::vector<long> types;
-    std::vector<VARTYPE> vts;
-    std::vector<VARIANT> cells;
-    ~Table()
-    {
-        for (VARIANT& cell : cells)
-            VariantClear(&cell);
-    }
-    size_t Rows() const { return names.empty() ? 0 : cells.size() / names.size(); }
+    std::wstring name;
+    long type;     // ADO's code
+    VARTYPE vt;    // the VARIANT type ADO gives
 };
 
-// ODBC's column type as the ADO type code and the VARIANT type ADO gives.
-std::pair<long, VARTYPE> MapType(SQLSMALLINT type, SQLULEN size)
+// A result held whole, cells row-major.
+struct Table
 {
-    switch (type) {
-    case SQL_INTEGER: return {3, VT_I4};
-    case SQL_SMALLINT: return {2, VT_I2};
-    case SQL_BIGINT: return {20, VT_I8};
-    case SQL_REAL: case SQL_FLOAT: return {4, VT_R4};   // MDBTools reports Access's Single as SQL_FLOAT
-    case SQL_DOUBLE: return {5, VT_R8};
-    case SQL_DECIMAL: case SQL_NUMERIC: return {6, VT_CY};
-    case SQL_TYPE_DATE: case SQL_TYPE_TIMESTAMP: case SQL_DATETIME: case SQL_TIMESTAMP: return {7, VT_DATE};
-    case SQL_BIT: return {11, VT_BOOL};
-    case SQL_BINARY: case SQL_VARBINARY: case SQL_LONGVARBINARY: return {205, VT_BSTR};
-    case SQL_LONGVARCHAR: case SQL_WLONGVARCHAR: return {203, VT_BSTR};
-    default: return {size == 0 || size > 255 ? 203 : 202, VT_BSTR};   // MDBTools: a Memo is VARCHAR of size 0
-    }
-}
+    std::vector<Column> columns;
+    std::vector<VARIANT> cells;
+    ~Table() { std::for_each(cells.begin(), cells.end(), [](VARIANT& cell) { VariantClear(&cell); }); }
+    size_t Rows() const { return columns.empty() ? 0 : cells.size() / columns.size(); }
+};
+
+// ODBC's column types as ADO's; any other is text, 203 (Memo) when longer
+// than 255 or of size 0 (MDBTools gives a Memo as VARCHAR of size 0).
+const struct { SQLSMALLINT sql; long ado; VARTYPE vt; } kTypes[] = {
+    {SQL_INTEGER, 3, VT_I4}, {SQL_SMALLINT, 2, VT_I2}, {SQL_BIGINT, 20, VT_I8}, {SQL_REAL, 4, VT_R4},
+    {SQL_FLOAT, 4, VT_R4},   // MDBTools reports Access's Single as SQL_FLOAT
+    {SQL_DOUBLE, 5, VT_R8}, {SQL_DECIMAL, 6, VT_CY}, {SQL_NUMERIC, 6, VT_CY}, {SQL_TYPE_DATE, 7, VT_DATE},
+    {SQL_TYPE_TIMESTAMP, 7, VT_DATE}, {SQL_DATETIME, 7, VT_DATE}, {SQL_TIMESTAMP, 7, VT_DATE}, {SQL_BIT, 11, VT_BOOL},
+    {SQL_BINARY, 205, VT_BSTR}, {SQL_VARBINARY, 205, VT_BSTR}, {SQL_LONGVARBINARY, 205, VT_BSTR},
+    {SQL_LONGVARCHAR, 203, VT_BSTR}, {SQL_WLONGVARCHAR, 203, VT_BSTR}};
 
 // One cell; a text that does not convert to the column's type stays text,
 // so no value is lost. False when the driver fails.
@@ -99,17 +91,18 @@ bool ReadTable(SQLHSTMT st, Table& table)
         SQLULEN size = 0;
         if (!SQL_SUCCEEDED(SQLDescribeColW(st, c, name, 256, &length, &type, &size, &digits, &nullable)))
             return false;
-        const auto ado = MapType(type, size);
-        table.names.push_back(reinterpret_cast<wchar_t*>(name));
-        table.types.push_back(ado.first);
-        table.vts.push_back(ado.second);
+        Column column{reinterpret_cast<wchar_t*>(name), size == 0 || size > 255 ? 203 : 202, VT_BSTR};
+        for (const auto& t : kTypes)
+            if (t.sql == type)
+                column.type = t.ado, column.vt = t.vt;
+        table.columns.push_back(column);
     }
     SQLRETURN rc = SQL_NO_DATA;
     while (count > 0 && SQL_SUCCEEDED(rc = SQLFetch(st)))
         for (SQLUSMALLINT c = 1; c <= count; ++c) {
             table.cells.emplace_back();
             VariantInit(&table.cells.back());
-            if (!ReadCell(st, c, table.vts[c - 1], table.cells.back()))
+            if (!ReadCell(st, c, table.columns[c - 1].vt, table.cells.back()))
                 return false;
         }
     return rc == SQL_NO_DATA;
@@ -124,55 +117,29 @@ std::wstring UnixPath(const std::wstring& path)
     char* unix = toUnix != nullptr ? toUnix(path.c_str()) : nullptr;
     if (unix == nullptr)
         return path;
-    std::wstring result(static_cast<size_t>(MultiByteToWideChar(CP_UTF8, 0, unix, -1, nullptr, 0)), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, unix, -1, &result[0], static_cast<int>(result.size()));
+    wchar_t result[MAX_PATH * 4] = {};
+    MultiByteToWideChar(CP_UTF8, 0, unix, -1, result, ARRAYSIZE(result) - 1);
     HeapFree(GetProcessHeap(), 0, unix);
-    result.pop_back();
     return result;
 }
 
-// ODBC's form of an ADO connection string.
+// ODBC's form of an ADO connection string: the Access provider's file goes
+// to MDBTools, any other string to ODBC as it stands, its file path made Linux's.
 std::wstring OdbcString(const std::wstring& ado)
 {
-    std::wstring odbc, file;
-    bool access = false;
-    for (size_t start = 0; start < ado.size();) {
-        const size_t end = std::min(ado.find(L';', start), ado.size()), equals = std::min(ado.find(L'=', start), end);
-        const std::wstring name = ado.substr(start, equals - start);
-        std::wstring value = equals < end ? ado.substr(equals + 1, end - equals - 1) : L"";
-        start = end + 1;
-        if (_wcsicmp(name.c_str(), L"Provider") == 0) {
-            access = _wcsnicmp(value.c_str(), L"Microsoft.ACE.OLEDB", 19) == 0;
-            continue;
-        }
-        const bool pathKey = _wcsicmp(name.c_str(), L"Data Source") == 0 || _wcsicmp(name.c_str(), L"Database") == 0 ||
-                             _wcsicmp(name.c_str(), L"DBQ") == 0;
-        if (pathKey && value.size() > 2 && (value[1] == L':' || value.compare(0, 2, L"\\\\") == 0))
-            value = UnixPath(value);
-        if (_wcsicmp(name.c_str(), L"Data Source") == 0)
-            file = value;
-        if (!name.empty())
-            odbc += name + L"=" + value + L";";
-    }
-    return access ? L"DRIVER={MDBTools};DBQ=" + file : odbc;
+    const auto icase = std::regex_constants::icase;
+    static const std::wregex access(L"Provider=Microsoft\\.ACE\\.OLEDB[^;]*;.*Data Source=([^;]*)", icase);
+    static const std::wregex path(L"(Data Source|Database|DBQ)=([A-Za-z]:[^;]*|\\\\\\\\[^;]*)", icase);
+    std::wsmatch m;
+    if (std::regex_search(ado, m, access))
+        return L"DRIVER={MDBTools};DBQ=" + UnixPath(m[1]);
+    if (std::regex_search(ado, m, path))
+        return m.prefix().str() + m[1].str() + L"=" + UnixPath(m[2]) + m.suffix().str();
+    return ado;
 }
 
-class Recordset : public Object
-{
-public:
-    explicit Recordset(std::unique_ptr<Table> table = nullptr)
-        : Object(L"Recordset", {L"Open", L"Close", L"Fields", L"BOF", L"EOF", L"GetRows", L"MoveNext"}),
-          m_table(std::move(table)) {}
-    HRESULT Call(int member, WORD flags, Args& a, VARIANT* result) override;
-    bool AtEnd() const { return m_pos >= m_table->Rows(); }
-
-    std::unique_ptr<Table> m_table;   // null while closed
-    size_t m_pos = 0;
-
-private:
-    HRESULT GetRows(Args& a, VARIANT* result);
-};
-
+// Mode is taken and ignored: the drivers open read-write. BeginTrans and
+// RollbackTrans let a test hold a transaction open, which makes Close fail.
 class Connection : public Object
 {
 public:
@@ -185,41 +152,48 @@ public:
 
 private:
     HRESULT Open(Args& a);
-    HRESULT Transaction(bool begin);
-    void Free();
+    void Free()
+    {
+        SQLFreeHandle(SQL_HANDLE_DBC, m_dbc);
+        SQLFreeHandle(SQL_HANDLE_ENV, m_env);
+        m_dbc = SQL_NULL_HDBC;
+        m_env = SQL_NULL_HENV;
+    }
 
-    long m_mode = 0;
     SQLHENV m_env = SQL_NULL_HENV;
     SQLHDBC m_dbc = SQL_NULL_HDBC;   // set while open
 };
 
-// Fields (Count, Item) and Field (Name, Type, Value) of an open recordset.
-class FieldObject : public Object
+// What a recordset and the fields taken from it share; the table is null while closed.
+struct Cursor
+{
+    std::unique_ptr<Table> table;
+    size_t pos = 0;
+    bool AtEnd() const { return pos >= table->Rows(); }
+};
+
+// A Recordset, its Fields, or one Field of them.
+enum Kind { kRecordset, kFields, kField };
+const wchar_t* const kKindNames[] = {L"Recordset", L"Fields", L"Field"};
+const std::vector<const wchar_t*> kMembers[] = {
+    {L"Open", L"Close", L"Fields", L"BOF", L"EOF", L"GetRows", L"MoveNext"}, {L"Count", L"Item"}, {L"Name", L"Type", L"Value"}};
+
+class Records : public Object
 {
 public:
-    FieldObject(Recordset* owner, long column)
-        : Object(column < 0 ? L"Fields" : L"Field", {L"Count", L"Item", L"Name", L"Type", L"Value"}),
-          m_owner(owner), m_column(column)
-    {
-        owner->AddRef();
-    }
-    ~FieldObject() override { m_owner->Release(); }
+    Records(Kind kind, std::shared_ptr<Cursor> cursor, long column = -1)
+        : Object(kKindNames[kind], kMembers[kind]), m_kind(kind), m_cursor(std::move(cursor)), m_column(column) {}
     HRESULT Call(int member, WORD flags, Args& a, VARIANT* result) override;
 
 private:
-    Recordset* m_owner;
-    long m_column;   // -1 for the collection
-};
+    HRESULT Open(Args& a);
+    HRESULT GetRows(Args& a, VARIANT* result);
+    HRESULT Item(Args& a, VARIANT* result);
 
-void Connection::Free()
-{
-    if (m_dbc != SQL_NULL_HDBC)
-        SQLFreeHandle(SQL_HANDLE_DBC, m_dbc);
-    if (m_env != SQL_NULL_HENV)
-        SQLFreeHandle(SQL_HANDLE_ENV, m_env);
-    m_dbc = SQL_NULL_HDBC;
-    m_env = SQL_NULL_HENV;
-}
+    const Kind m_kind;
+    std::shared_ptr<Cursor> m_cursor;
+    const long m_column;
+};
 
 HRESULT Connection::Open(Args& a)
 {
@@ -258,51 +232,53 @@ HRESULT Connection::Query(Args& a, const std::wstring* sql, std::unique_ptr<Tabl
     return S_OK;
 }
 
-// BeginTrans turns the driver's autocommit off, RollbackTrans undoes and turns it on.
-HRESULT Connection::Transaction(bool begin)
+HRESULT Connection::Call(int member, WORD, Args& a, VARIANT* result)
 {
-    if (!begin)
-        SQLEndTran(SQL_HANDLE_DBC, m_dbc, SQL_ROLLBACK);
-    const SQLULEN autoCommit = begin ? SQL_AUTOCOMMIT_OFF : SQL_AUTOCOMMIT_ON;
-    SQLSetConnectAttrW(m_dbc, SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(autoCommit), 0);
-    return S_OK;
-}
-
-HRESULT Connection::Call(int member, WORD flags, Args& a, VARIANT* result)
-{
-    if (member == 0)
-        return flags & DISPATCH_PROPERTYPUT ? (m_mode = a.Long(0, 0), S_OK) : Return(result, m_mode);
-    if (member == 1)
-        return Open(a);
+    if (member < 2)
+        return member == 0 ? S_OK : Open(a);
     if (m_dbc == SQL_NULL_HDBC)
         return Raise(a, kObjectClosed, kClosedText);
-    std::unique_ptr<Table> table;
+    auto cursor = std::make_shared<Cursor>();
     const std::wstring sql = a.Text(0);
     switch (member) {
     case 2:   // refused while a transaction is open, as ADO refuses
         if (!SQL_SUCCEEDED(SQLDisconnect(m_dbc)))
             return Raise(a, kConnectFailed, DriverMessage(SQL_HANDLE_DBC, m_dbc));
         return Free(), S_OK;
-    case 5: case 6: return Transaction(member == 5);
+    case 5: case 6:   // autocommit off; rolled back and on again
+        if (member == 6)
+            SQLEndTran(SQL_HANDLE_DBC, m_dbc, SQL_ROLLBACK);
+        SQLSetConnectAttrW(m_dbc, SQL_ATTR_AUTOCOMMIT,
+                           reinterpret_cast<SQLPOINTER>(member == 5 ? SQL_AUTOCOMMIT_OFF : SQL_AUTOCOMMIT_ON), 0);
+        return S_OK;
     case 4:   // OpenSchema(20): the tables, every kind, as ADO lists them
         if (a.Long(0, -1) != 20)
             return Raise(a, kNotFound, L"Object or provider is not capable of performing requested operation.");
         break;
     }
     // Execute(CommandText, [RecordsAffected], [Options]): option 128 makes no recordset.
-    const HRESULT hr = Query(a, member == 3 ? &sql : nullptr, table);
+    const HRESULT hr = Query(a, member == 3 ? &sql : nullptr, cursor->table);
     if (FAILED(hr) || (member == 3 && (a.Long(2, 0) & 128)))
         return hr;
-    return Return(result, new Recordset(std::move(table)));
+    return Return(result, new Records(kRecordset, cursor));
+}
+
+// Open(Source, ActiveConnection, ...): always forward-only and read-only.
+HRESULT Records::Open(Args& a)
+{
+    auto* connection = a.Count() > 1 && V_VT(a.v[1]) == VT_DISPATCH && !m_cursor->table
+        ? dynamic_cast<Connection*>(Object::From(V_DISPATCH(a.v[1]))) : nullptr;
+    const std::wstring sql = a.Text(0);
+    m_cursor->pos = 0;
+    return connection != nullptr ? connection->Query(a, &sql, m_cursor->table) : Raise(a, kObjectClosed, kClosedText);
 }
 
 // GetRows([Rows], [Start], [Fields]): the rows from the current one on, an
 // array indexed (field, row).
-HRESULT Recordset::GetRows(Args& a, VARIANT* result)
+HRESULT Records::GetRows(Args& a, VARIANT* result)
 {
-    if (AtEnd())
-        return Raise(a, kNoCurrentRecord, kNoRecordText);
-    const size_t columns = m_table->names.size(), left = m_table->Rows() - m_pos;
+    Cursor& c = *m_cursor;
+    const size_t columns = c.table->columns.size(), left = c.table->Rows() - c.pos;
     const size_t rows = a.Long(0, -1) < 0 ? left : std::min(left, static_cast<size_t>(a.Long(0, -1)));
     SAFEARRAYBOUND bounds[2] = {{static_cast<ULONG>(columns), 0}, {static_cast<ULONG>(rows), 0}};
     SAFEARRAY* array = SafeArrayCreate(VT_VARIANT, 2, bounds);
@@ -310,59 +286,50 @@ HRESULT Recordset::GetRows(Args& a, VARIANT* result)
         return array != nullptr ? SafeArrayDestroy(array) : E_OUTOFMEMORY;
     VARIANT* cells = static_cast<VARIANT*>(array->pvData);
     for (size_t i = 0; i < rows * columns; ++i)
-        VariantCopy(&cells[i], &m_table->cells[m_pos * columns + i]);
-    m_pos += rows;
+        VariantCopy(&cells[i], &c.table->cells[c.pos * columns + i]);
+    c.pos += rows;
     V_VT(result) = VT_ARRAY | VT_VARIANT;
     V_ARRAY(result) = array;
     return S_OK;
 }
 
-HRESULT Recordset::Call(int member, WORD, Args& a, VARIANT* result)
+// Fields.Item(index or name).
+HRESULT Records::Item(Args& a, VARIANT* result)
 {
-    if (member == 0) {   // Open(Source, ActiveConnection, ...): always forward-only and read-only
-        auto* connection = a.Count() > 1 && V_VT(a.v[1]) == VT_DISPATCH && !m_table
-            ? dynamic_cast<Connection*>(Object::From(V_DISPATCH(a.v[1]))) : nullptr;
-        const std::wstring sql = a.Text(0);
-        m_pos = 0;
-        return connection != nullptr ? connection->Query(a, &sql, m_table) : Raise(a, kObjectClosed, kClosedText);
-    }
-    if (!m_table)
-        return Raise(a, kObjectClosed, kClosedText);
-    switch (member) {
-    case 1: return m_table.reset(), S_OK;
-    case 2: return Return(result, new FieldObject(this, -1));
-    case 3: return Return(result, m_table->Rows() == 0, VT_BOOL);
-    case 4: return Return(result, AtEnd(), VT_BOOL);
-    case 5: return GetRows(a, result);
-    default: return AtEnd() ? Raise(a, kNoCurrentRecord, kNoRecordText) : (++m_pos, S_OK);
-    }
+    const std::vector<Column>& columns = m_cursor->table->columns;
+    const bool byName = !a.v.empty() && V_VT(a.v[0]) == VT_BSTR;
+    long index = byName ? -1 : a.Long(0, -1);
+    for (size_t c = 0; byName && index < 0 && c < columns.size(); ++c)
+        index = _wcsicmp(columns[c].name.c_str(), a.Text(0).c_str()) == 0 ? static_cast<long>(c) : -1;
+    if (index < 0 || index >= static_cast<long>(columns.size()))
+        return Raise(a, kNotFound, L"Item cannot be found in the collection.");
+    return Return(result, new Records(kField, m_cursor, index));
 }
 
-HRESULT FieldObject::Call(int member, WORD, Args& a, VARIANT* result)
+HRESULT Records::Call(int member, WORD, Args& a, VARIANT* result)
 {
-    const Table* table = m_owner->m_table.get();
-    if (table == nullptr)
+    Cursor& c = *m_cursor;
+    if (m_kind == kRecordset && member == 0)
+        return Open(a);
+    if (!c.table)
         return Raise(a, kObjectClosed, kClosedText);
-    if ((m_column < 0) != (member < 2))
-        return DISP_E_MEMBERNOTFOUND;
-    const long columns = static_cast<long>(table->names.size());
-    if (member == 0)
-        return Return(result, columns);
-    if (member == 1) {   // Item(index or name)
-        const bool byName = !a.v.empty() && V_VT(a.v[0]) == VT_BSTR;
-        long index = byName ? -1 : a.Long(0, -1);
-        for (long c = 0; byName && index < 0 && c < columns; ++c)
-            index = _wcsicmp(table->names[c].c_str(), a.Text(0).c_str()) == 0 ? c : -1;
-        if (index < 0 || index >= columns)
-            return Raise(a, kNotFound, L"Item cannot be found in the collection.");
-        return Return(result, new FieldObject(m_owner, index));
-    }
-    if (member == 2 || member == 3)
-        return member == 2 ? Return(result, table->names[m_column]) : Return(result, table->types[m_column]);
-    if (m_owner->AtEnd())
+    const bool needsRow = (m_kind == kRecordset && (member == 5 || member == 6)) || (m_kind == kField && member == 2);
+    if (needsRow && c.AtEnd())
         return Raise(a, kNoCurrentRecord, kNoRecordText);
-    return result == nullptr ? S_OK
-                             : VariantCopy(result, const_cast<VARIANT*>(&table->cells[m_owner->m_pos * columns + m_column]));
+    const size_t columns = c.table->columns.size();
+    switch (m_kind * 10 + member) {
+    case kRecordset * 10 + 1: return c.table.reset(), S_OK;
+    case kRecordset * 10 + 2: return Return(result, new Records(kFields, m_cursor));
+    case kRecordset * 10 + 3: return Return(result, c.table->Rows() == 0, VT_BOOL);
+    case kRecordset * 10 + 4: return Return(result, c.AtEnd(), VT_BOOL);
+    case kRecordset * 10 + 5: return GetRows(a, result);
+    case kRecordset * 10 + 6: return ++c.pos, S_OK;
+    case kFields * 10: return Return(result, static_cast<long>(columns));
+    case kFields * 10 + 1: return Item(a, result);
+    case kField * 10: return Return(result, c.table->columns[m_column].name);
+    case kField * 10 + 1: return Return(result, c.table->columns[m_column].type);
+    default: return result == nullptr ? S_OK : VariantCopy(result, &c.table->cells[c.pos * columns + m_column]);
+    }
 }
 
 }  // namespace
@@ -374,7 +341,7 @@ IDispatch* MakeConnection()
 
 IDispatch* MakeRecordset()
 {
-    return new Recordset;
+    return new Records(kRecordset, std::make_shared<Cursor>());
 }
 
 }  // namespace standin

@@ -1,5 +1,5 @@
 // Dispatch.cpp - the dispatch plumbing every stand-in server shares, the
-// test process's own fake CAD host included.
+// test process's fake CAD host included.
 #include "StandIn.h"
 
 namespace standin {
@@ -8,24 +8,14 @@ namespace {
 // Asked of an IDispatch to find out whether it is one of ours.
 const IID IID_StandInObject = {0x7d9155a8, 0x922d, 0x4277, {0x98, 0x84, 0x07, 0xf8, 0x2b, 0x0f, 0xd1, 0x2c}};
 
+// A value as VariantChangeType gives it as text, quoted when it is text.
+std::wstring Show(VARIANT* value)
+{
+    const Args one{{value}};
+    return !one.Given(0) ? L"<missing>" : V_VT(value) == VT_BSTR ? L"\"" + one.Text(0) + L"\"" : one.Text(0);
+}
+
 }  // namespace
-
-HRESULT Factory::QueryInterface(REFIID iid, void** object)
-{
-    *object = IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IClassFactory) ? this : nullptr;
-    return *object != nullptr ? S_OK : E_NOINTERFACE;
-}
-
-HRESULT Factory::CreateInstance(IUnknown* outer, REFIID iid, void** object)
-{
-    *object = nullptr;
-    if (outer != nullptr)
-        return CLASS_E_NOAGGREGATION;
-    IDispatch* made = m_make();
-    const HRESULT hr = made->QueryInterface(iid, object);
-    made->Release();
-    return hr;
-}
 
 bool Args::Given(size_t i) const
 {
@@ -52,22 +42,10 @@ long Args::Long(size_t i, long missing) const
 
 HRESULT Raise(Args& a, HRESULT scode, const std::wstring& description)
 {
-    if (a.exception != nullptr) {
-        *a.exception = EXCEPINFO{};
-        a.exception->bstrSource = SysAllocString(L"StandIn");
-        a.exception->bstrDescription = SysAllocString(description.c_str());
-        a.exception->scode = scode;
-    }
+    if (a.exception != nullptr)
+        *a.exception = EXCEPINFO{0, 0, SysAllocString(L"StandIn"), SysAllocString(description.c_str()), nullptr, 0,
+                                 nullptr, nullptr, scode};
     return DISP_E_EXCEPTION;
-}
-
-std::wstring Show(const VARIANT& value)
-{
-    Args one;
-    one.v.push_back(const_cast<VARIANT*>(&value));
-    if (!one.Given(0))
-        return L"<missing>";
-    return V_VT(&value) == VT_BSTR ? L"\"" + one.Text(0) + L"\"" : one.Text(0);
 }
 
 HRESULT Return(VARIANT* result, IDispatch* object)
@@ -104,16 +82,7 @@ HRESULT Object::QueryInterface(REFIID iid, void** object)
     if (!ours && !IsEqualIID(iid, IID_IUnknown) && !IsEqualIID(iid, IID_IDispatch))
         return *object = nullptr, E_NOINTERFACE;
     *object = ours ? static_cast<void*>(this) : static_cast<IDispatch*>(this);
-    AddRef();
-    return S_OK;
-}
-
-ULONG Object::Release()
-{
-    const LONG left = InterlockedDecrement(&m_refs);
-    if (left == 0)
-        delete this;
-    return left;
+    return AddRef(), S_OK;
 }
 
 Object* Object::From(IDispatch* dispatch)
@@ -140,8 +109,7 @@ HRESULT Object::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params, 
 {
     if (id < 1 || static_cast<size_t>(id) > m_members.size())
         return DISP_E_MEMBERNOTFOUND;
-    Args a;
-    a.exception = exception;
+    Args a{{}, exception};
     for (UINT i = params->cArgs; i-- > 0;) {
         VARIANT* arg = &params->rgvarg[i];
         a.v.push_back(V_VT(arg) == (VT_BYREF | VT_VARIANT) ? V_VARIANTREF(arg) : arg);
@@ -157,9 +125,9 @@ std::wstring Object::CallText(int member, WORD flags, const Args& a) const
     const size_t indexes = put ? a.Count() - 1 : a.Count();
     std::wstring text = (put ? L"put " : flags & DISPATCH_METHOD ? L"call " : L"get ") + m_class + L"." + m_members[member];
     for (size_t i = 0; i < indexes; ++i)
-        text += (i == 0 ? L"(" : L", ") + Show(*a.v[i]);
+        text += (i == 0 ? L"(" : L", ") + Show(a.v[i]);
     text += indexes > 0 ? L")" : flags & DISPATCH_METHOD ? L"()" : L"";
-    return put ? text + L" = " + Show(*a.v.back()) : text;
+    return put ? text + L" = " + Show(a.v.back()) : text;
 }
 
 }  // namespace standin

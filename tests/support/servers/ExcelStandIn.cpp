@@ -69,6 +69,8 @@ std::wstring SheetXml(const Book& book)
     return xml + (row != 0 ? L"</Row>\n" : L"") + L"</Table></Worksheet>\n</Workbook>\n";
 }
 
+// The objects live apart and share the workbook; Visible, Saved and Close
+// are only recorded.
 class Excel : public Object
 {
 public:
@@ -78,13 +80,15 @@ public:
 
 private:
     HRESULT SaveAs(Args& a);
-    HRESULT RangeCall(int member, WORD flags, Args& a, VARIANT* result);
-    IDispatch* Make(Kind kind, long column = 0) const { return new Excel(kind, m_book, column); }
+    HRESULT RangeCall(int member, bool put, Args& a, VARIANT* result);
+    HRESULT Make(VARIANT* result, Kind kind, long column = 0) const
+    {
+        return Return(result, new Excel(kind, kind == kWorkbook ? std::make_shared<Book>() : m_book, column));
+    }
 
     const Kind m_kind;
     std::shared_ptr<Book> m_book;
     const long m_column;   // of a Range: 0 all cells, -1 all columns, else one column
-    bool m_visible = false, m_saved = false;
 };
 
 HRESULT Excel::SaveAs(Args& a)
@@ -100,15 +104,12 @@ HRESULT Excel::SaveAs(Args& a)
     return ok ? S_OK : Raise(a, HRESULT_FROM_WIN32(error), L"Cannot access '" + file + L"'.");
 }
 
-HRESULT Excel::RangeCall(int member, WORD flags, Args& a, VARIANT* result)
+HRESULT Excel::RangeCall(int member, bool put, Args& a, VARIANT* result)
 {
-    const bool put = flags & DISPATCH_PROPERTYPUT;
-    if (member == 0 && m_column == 0 && put && a.Count() == 3) {
-        m_book->cells[{a.Long(0, 0), a.Long(1, 0)}] = a.Text(2);
-        return S_OK;
-    }
+    if (member == 0 && m_column == 0 && put && a.Count() == 3)
+        return m_book->cells[{a.Long(0, 0), a.Long(1, 0)}] = a.Text(2), S_OK;
     if (member == 0 && m_column == -1 && !put && a.Count() == 1)
-        return Return(result, Make(kRange, a.Long(0, 0)));
+        return Make(result, kRange, a.Long(0, 0));
     if (member == 1 && m_column == 0 && put)
         return m_book->numberFormat = a.Text(0), S_OK;
     if (member == 2 && m_column > 0 && put)
@@ -119,22 +120,20 @@ HRESULT Excel::RangeCall(int member, WORD flags, Args& a, VARIANT* result)
 HRESULT Excel::Call(int member, WORD flags, Args& a, VARIANT* result)
 {
     CallLog() += CallText(member, flags, a) + L"\n";
-    const bool put = flags & DISPATCH_PROPERTYPUT;
     switch (m_kind * 10 + member) {
-    case kApplication * 10: return Return(result, Make(kWorkbooks));
-    case kApplication * 10 + 1: return put ? (m_visible = a.Long(0, 0) != 0, S_OK) : Return(result, m_visible, VT_BOOL);
-    case kWorkbooks * 10: return Return(result, new Excel(kWorkbook, std::make_shared<Book>()));
-    case kWorkbook * 10: return Return(result, Make(kWorksheets));
+    case kApplication * 10: return Make(result, kWorkbooks);
+    case kWorkbooks * 10: return Make(result, kWorkbook);
+    case kWorkbook * 10: return Make(result, kWorksheets);
     case kWorkbook * 10 + 1: return SaveAs(a);
-    case kWorkbook * 10 + 2: return put ? (m_saved = a.Long(0, 0) != 0, S_OK) : Return(result, m_saved, VT_BOOL);
-    case kWorkbook * 10 + 3: return S_OK;
     case kWorksheets * 10:
         if (a.Long(0, 0) != 1 && _wcsicmp(a.Text(0).c_str(), L"Sheet1") != 0)
             return Raise(a, DISP_E_BADINDEX, L"Subscript out of range");
-        return Return(result, Make(kWorksheet));
-    case kWorksheet * 10: return Return(result, Make(kRange, 0));
-    case kWorksheet * 10 + 1: return Return(result, Make(kRange, -1));
-    default: return RangeCall(member, flags, a, result);
+        return Make(result, kWorksheet);
+    case kWorksheet * 10: return Make(result, kRange, 0);
+    case kWorksheet * 10 + 1: return Make(result, kRange, -1);
+    case kRange * 10: case kRange * 10 + 1: case kRange * 10 + 2:
+        return RangeCall(member, flags & DISPATCH_PROPERTYPUT, a, result);
+    default: return S_OK;
     }
 }
 

@@ -1,7 +1,6 @@
-// StandIn.h - the plumbing the stand-in automation servers and the test
-// process's fake CAD host share: an IDispatch whose members come from a name
-// table, the arguments of a call in the caller's order, and exceptions
-// raised the way real servers raise them.
+// StandIn.h - plumbing shared by the stand-in automation servers and the test
+// process's fake CAD host: an IDispatch whose members come from a name table,
+// a call's arguments in the caller's order, exceptions raised as servers do.
 //
 //   class Range : public standin::Object {
 //       Range() : Object(L"Range", {L"Item", L"NumberFormat"}) {}
@@ -17,23 +16,20 @@
 
 namespace standin {
 
-// The arguments of one call, first argument first; a property put's value last.
+// The arguments of one call, first first; a property put's value last.
 struct Args
 {
     std::vector<VARIANT*> v;
     EXCEPINFO* exception = nullptr;
 
     size_t Count() const { return v.size(); }
-    // False for an argument left out (absent, or the DISP_E_PARAMNOTFOUND error).
-    bool Given(size_t i) const;
+    bool Given(size_t i) const;   // false for an omitted argument
     std::wstring Text(size_t i) const;   // empty when it has none
     long Long(size_t i, long missing) const;
 };
 
-// `description` as the server's exception text; Invoke's DISP_E_EXCEPTION.
+// `description` as the server's exception text; returns DISP_E_EXCEPTION.
 HRESULT Raise(Args& a, HRESULT scode, const std::wstring& description);
-// A value as text, as VariantChangeType gives it; "<missing>" for an omitted argument.
-std::wstring Show(const VARIANT& value);
 HRESULT Return(VARIANT* result, IDispatch* object);   // takes the reference over
 HRESULT Return(VARIANT* result, long value, VARTYPE vt = VT_I4);
 HRESULT Return(VARIANT* result, const std::wstring& text);
@@ -47,7 +43,11 @@ public:
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
     ULONG STDMETHODCALLTYPE AddRef() override { return InterlockedIncrement(&m_refs); }
-    ULONG STDMETHODCALLTYPE Release() override;
+    ULONG STDMETHODCALLTYPE Release() override
+    {
+        const LONG left = InterlockedDecrement(&m_refs);
+        return left == 0 ? (delete this, 0) : left;
+    }
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return DISP_E_BADINDEX; }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override;
@@ -75,17 +75,29 @@ class Factory : public IClassFactory
 {
 public:
     explicit Factory(std::function<IDispatch*()> make) : m_make(std::move(make)) {}
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override
+    {
+        *object = IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IClassFactory) ? this : nullptr;
+        return *object != nullptr ? S_OK : E_NOINTERFACE;
+    }
     ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
     ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** object) override;
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** object) override
+    {
+        *object = nullptr;
+        if (outer != nullptr)
+            return CLASS_E_NOAGGREGATION;
+        IDispatch* made = m_make();
+        const HRESULT hr = made->QueryInterface(iid, object);
+        made->Release();
+        return hr;
+    }
     HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
 
 private:
     std::function<IDispatch*()> m_make;
 };
 
-// The objects the class factories make.
 IDispatch* MakeConnection();
 IDispatch* MakeRecordset();
 IDispatch* MakeExcel();
