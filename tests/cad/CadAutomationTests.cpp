@@ -1,5 +1,4 @@
-// CadAutomationTests.cpp - the host's folder through its automation server,
-// against a server played by this test process.
+// CadAutomationTests.cpp - the host's folder asked of its automation server (played by this process).
 #include <QMUtil.h>
 #include <gtest/gtest.h>
 
@@ -16,9 +15,8 @@ namespace {
 
 const wchar_t kProgId[] = L"AutoCAD.Application.16.1";   // the configured release
 
-// The stored folder is a product folder without the executable (the host
-// was moved), so a lookup asks the server unless it stores a better one.
-// The server saves into the user's temporary folder, a fresh one per test.
+// The stored folder lacks the executable (the host was moved), so a lookup asks the
+// server, which saves into the user's temporary folder (a fresh one per test).
 class CadAutomation : public ::testing::Test
 {
 protected:
@@ -27,15 +25,9 @@ protected:
         m_hostDir.WriteFile(L"CAD 主程序\\acad.exe", "MZ");
         m_host.folder = m_hostDir.Path() + L"CAD 主程序";   // no trailing backslash, like the host
     }
-    // The stored folder, as the settings cache and as the file hold it.
     static CString Stored() { return QM::CInitSetting().GetSetting(L"CADPathNameCOM", L"<none>", L"CADCmdLine"); }
-    static CString StoredInFile()
-    {
-        wchar_t text[1024] = {};
-        GetPrivateProfileStringW(L"CADCmdLine", L"CADPathNameCOM", L"<none>", text, ARRAYSIZE(text),
-                                 QM::CInitSetting().GetFilePath());
-        return text;
-    }
+    static CString StoredInFile() { return qmtest::Profile(L"CADCmdLine", L"CADPathNameCOM", IniPath()); }
+    static CString IniPath() { return QM::CInitSetting().GetFilePath(); }
     std::vector<CString> AllCalls() const
     {
         return {L"get Application.ActiveDocument", L"call Document.SaveAs(\"" + m_userTemp.Path() + L"QmSaved.dwg\")",
@@ -59,18 +51,14 @@ TEST_F(CadAutomation, ServerFolderIsUsedAndRemembered)
     EXPECT_EQ(AllCalls(), server.Calls());
     EXPECT_EQ(m_host.folder, Stored());
     EXPECT_EQ(m_host.folder, StoredInFile());
-
     // The executable is where the stored folder says: no second trip.
-    CString dir2, exe2;
-    ASSERT_TRUE(QM::GetCADPath_I(dir2, exe2));
-    EXPECT_EQ(dir, dir2);
-    EXPECT_EQ(exe, exe2);
+    CString again;
+    ASSERT_TRUE(QM::GetCADPath_I(again, exe));
+    EXPECT_EQ(dir, again);
     EXPECT_EQ(3u, server.Calls().size());
 }
 
-// A first lookup on a machine that never stored a folder: the new key makes
-// the cache forget the section's other keys until the file is bound again,
-// while the file keeps them.
+// A first stored folder is a new key: the cache forgets the section's other keys, the file keeps them.
 TEST_F(CadAutomation, FirstStoredFolderIsCachedAsAnyNewKey)
 {
     SettingOverride none(L"CADPathNameCOM", nullptr, L"CADCmdLine");
@@ -79,15 +67,10 @@ TEST_F(CadAutomation, FirstStoredFolderIsCachedAsAnyNewKey)
     ASSERT_TRUE(QM::GetCADPath_I(dir, exe));
     EXPECT_EQ(m_host.folder, Stored());
     EXPECT_EQ(CString(), QM::GetStartupAcadVer());
-    wchar_t release[16] = {};
-    GetPrivateProfileStringW(L"CADCmdLine", L"ACADVer", L"", release, ARRAYSIZE(release),
-                             QM::CInitSetting().GetFilePath());
-    EXPECT_EQ(CString(L"16.1"), CString(release));
+    EXPECT_EQ(CString(L"16.1"), qmtest::Profile(L"CADCmdLine", L"ACADVer", IniPath()));
 }
 
-// A drawing that cannot be saved, or a host whose drawing has no SaveAs,
-// still gives the folder; without a server there is nothing, and nothing
-// is written.
+// A failed save or a missing SaveAs still gives the folder; no server gives nothing, writes nothing.
 TEST_F(CadAutomation, FailedSaveStillGivesTheFolderNoServerGivesNothing)
 {
     const struct { HRESULT saveError; bool hasSaveAs; const wchar_t* saveCall; } rows[] = {
@@ -133,9 +116,8 @@ LRESULT CALLBACK CallerWindow(HWND window, UINT message, WPARAM wParam, LPARAM l
     return 0;
 }
 
-// The lookup runs from a command handler while another message waits: it,
-// and one arriving while the server works, are dispatched before the server
-// answers (which it holds back for five seconds at most).
+// Run from a command handler, the lookup dispatches a waiting message and one posted while the
+// server works before the server answers (held back five seconds at most).
 TEST_F(CadAutomation, CallerKeepsDispatchingItsMessages)
 {
     WNDCLASSW windowClass = {};
@@ -178,8 +160,7 @@ TEST_F(CadAutomation, CallerKeepsDispatchingItsMessages)
     EXPECT_TRUE(fromServerBeforeSaved);
 }
 
-// The user closes the main window while the lookup runs: the quit is left
-// for the caller's own loop, with its code.
+// A quit posted while the lookup runs is left for the caller's own loop.
 TEST_F(CadAutomation, QuitDuringTheLookupReachesTheCallersLoop)
 {
     FakeCadServer server(kProgId, m_host);

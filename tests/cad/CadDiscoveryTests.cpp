@@ -1,5 +1,4 @@
-// CadDiscoveryTests.cpp - releases, products, install folders and the
-// active profile against the test installation.
+// CadDiscoveryTests.cpp - releases, products, folders and the active profile of the test installation.
 #include <QMUtil.h>
 #include <gtest/gtest.h>
 
@@ -12,7 +11,7 @@ static auto* const g_cadEnvironment = ::testing::AddGlobalTestEnvironment(new qm
 
 namespace {
 
-const wchar_t kR150[] = L"Software\\Autodesk\\AutoCAD\\R15.0";
+const wchar_t kR150[] = L"Software\\Autodesk\\AutoCAD\\R15.0", kR140[] = L"Software\\Autodesk\\AutoCAD\\R14.0";
 
 TEST(CadRelease, SettingGivesTheKeyAndTheReleaseTests)
 {
@@ -20,7 +19,7 @@ TEST(CadRelease, SettingGivesTheKeyAndTheReleaseTests)
         {L"16.1", qmtest::kR161, L"16.1", false, false},
         {L"15", kR150, L"15", false, true},
         {L" 15.0 ", kR150, L"15", false, false},   // ".0" counts for paths, not for the release tests
-        {L"14", L"Software\\Autodesk\\AutoCAD\\R14.0", L"14", true, false},
+        {L"14", kR140, L"14", true, false},
         {L"", nullptr, L"", false, false},
     };
     for (const auto& row : rows) {
@@ -41,16 +40,14 @@ TEST(CadRelease, ProductKeyIsCurVerOrElseTheFirstSubKeyHoldingTheRest)
     CString out(L"Profiles");
     ASSERT_TRUE(QM::GetRegPos(HKEY_LOCAL_MACHINE, L"CurVer", out, L""));
     EXPECT_EQ(CString(qmtest::kR161) + L"\\ACAD-301:804\\Profiles", out);
-    const wchar_t r14[] = L"Software\\Autodesk\\AutoCAD\\R14.0";
     out.Empty();
-    ASSERT_TRUE(QM::GetRegPos(HKEY_LOCAL_MACHINE, L"CurVer", out, r14));
-    EXPECT_EQ(CString(r14) + L"\\ACAD-1:409\\", out);
+    ASSERT_TRUE(QM::GetRegPos(HKEY_LOCAL_MACHINE, L"CurVer", out, kR140));
+    EXPECT_EQ(CString(kR140) + L"\\ACAD-1:409\\", out);
     out = L"\\NoSuchKey";
-    EXPECT_FALSE(QM::GetRegPos(HKEY_LOCAL_MACHINE, L"CurVer", out, r14));
+    EXPECT_FALSE(QM::GetRegPos(HKEY_LOCAL_MACHINE, L"CurVer", out, kR140));
 }
 
-// Candidates: the user's CurVer, the machine's, then every product; the
-// first whose folder holds the executable wins.
+// Candidates: the user's CurVer, the machine's, then every product; the first with the executable wins.
 TEST(CadFolders, FirstCandidateProductWithTheExecutableWins)
 {
     CString dir;
@@ -67,13 +64,14 @@ TEST(CadFolders, FirstCandidateProductWithTheExecutableWins)
 
 TEST(CadFolders, ReleaseFoldersEndInOneBackslashAndOnlyTheMapOneNeedsCurVer)
 {
+    const struct { bool (*get)(CString&); const wchar_t* folder; } rows[] = {
+        {QM::GetAcadR15Path, L"AutoCAD 2002\\"}, {QM::GetAcadMapPath, L"AutoCAD 2002\\"},
+        {QM::GetAcadR14Path, L"R14\\"}};   // R14 has no CurVer: the product sub-key
     CString dir;
-    ASSERT_TRUE(QM::GetAcadR15Path(dir));
-    EXPECT_EQ(Cad().Folder(L"AutoCAD 2002\\"), dir);
-    ASSERT_TRUE(QM::GetAcadMapPath(dir));
-    EXPECT_EQ(Cad().Folder(L"AutoCAD 2002\\"), dir);
-    ASSERT_TRUE(QM::GetAcadR14Path(dir));   // no CurVer: the product sub-key
-    EXPECT_EQ(Cad().Folder(L"R14\\"), dir);
+    for (const auto& row : rows) {
+        ASSERT_TRUE(row.get(dir)) << row.folder;
+        EXPECT_EQ(Cad().Folder(row.folder), dir);
+    }
 
     qmtest::RegGuard release(HKEY_LOCAL_MACHINE, kR150);
     RegDeleteKeyValueW(HKEY_LOCAL_MACHINE, kR150, L"CurVer");
@@ -104,8 +102,7 @@ TEST(CadFolders, ActiveProfileKeyKeepsTheDoubledBackslash)
     EXPECT_EQ(CString(qmtest::kProfileKey), key);
     EXPECT_EQ(CString(qmtest::kProfileName), name);
 
-    // The caller's name is the product look-up's tail: "junk" leads to no
-    // profiles key, and neither output is written.
+    // The caller's name is the product look-up's tail: "junk" finds no profiles, nothing is written.
     key = L"kept";
     name = L"junk";
     EXPECT_FALSE(QM::GetCADCurConfigName(key, name));

@@ -1,6 +1,4 @@
-// FileTest.cpp - CFile status and CStdioFile lines at the edges that the
-// text-file helpers depend on: full buffers, CR LF split across reads,
-// double-byte characters at a cut, the 64 KB read-ahead boundary.
+// FileTest.cpp - CFile and CStdioFile at the edges the text-file helpers depend on.
 #include "TestText.h"
 #include "support/TempDir.h"
 #include "support/Throws.h"
@@ -37,7 +35,6 @@ protected:
 
 TEST_F(StdioFileTest, ReadLineEndsLinesAtLfOrCrLfAndCutsOnlyBetweenCharacters)
 {
-    ASSERT_EQ(GetACP(), 936u);
     const std::string zhong = qmtest::Ansi(L"中"), big(65535, 'x');   // 中 is D6 D0
     const struct { std::string content; UINT size; std::vector<Line> lines; } rows[] = {
         {"a\r\nb\nc\rd\r\n\r\ne", 16, {{kRead, "a"}, {kRead, "b"}, {kRead, "c\rd"}, {kRead, ""}, {kRead, "e"}}},
@@ -68,7 +65,7 @@ TEST_F(StdioFileTest, WriteStringTurnsLfIntoCrLfInTextModeOnly)
     EXPECT_EQ(qmtest::TempDir::ReadFile(binary), "a\nb\n");
 }
 
-TEST_F(StdioFileTest, OpenCreateTruncatesUnlessNoTruncate)
+TEST_F(StdioFileTest, OpenCreateTruncatesUnlessNoTruncateAndAFailedOpenGivesItsCause)
 {
     const CString path = dir.WriteFile(L"f.txt", "old");
     CStdioFile file;
@@ -76,10 +73,7 @@ TEST_F(StdioFileTest, OpenCreateTruncatesUnlessNoTruncate)
     EXPECT_EQ(file.GetLength(), 3u);
     ASSERT_TRUE(file.Open(path, CFile::modeCreate | CFile::modeWrite));
     EXPECT_EQ(file.GetLength(), 0u);
-}
 
-TEST_F(StdioFileTest, AFailedOpenGivesItsCauseAndLeavesTheFileClosed)
-{
     const CString locked = dir.WriteFile(L"x.txt", "x"), missing = dir.Path() + L"missing.txt";
     CFile holder;
     ASSERT_TRUE(holder.Open(locked, CFile::modeRead | CFile::shareExclusive));
@@ -87,11 +81,11 @@ TEST_F(StdioFileTest, AFailedOpenGivesItsCauseAndLeavesTheFileClosed)
         {missing, CFileException::fileNotFound}, {nullptr, CFileException::badPath},
         {L"", CFileException::badPath}, {locked, CFileException::sharingViolation}};
     for (const auto& row : rows) {
-        CFile file;
+        CFile failed;
         CFileException error;
-        EXPECT_FALSE(file.Open(row.path, CFile::modeRead | CFile::shareDenyNone, &error)) << row.path;
+        EXPECT_FALSE(failed.Open(row.path, CFile::modeRead | CFile::shareDenyNone, &error)) << row.path;
         EXPECT_EQ(error.m_cause, row.cause) << row.path;
-        EXPECT_EQ(file.m_hFile, INVALID_HANDLE_VALUE) << row.path;
+        EXPECT_EQ(failed.m_hFile, INVALID_HANDLE_VALUE) << row.path;
     }
 }
 

@@ -1,5 +1,4 @@
-// FoldersTests.cpp - the suite's folders from the registry locations that
-// the start-up settings name.
+// FoldersTests.cpp - the suite's folders from the registry places the start-up settings name.
 #include <QMUtil.h>
 #include <gtest/gtest.h>
 
@@ -14,9 +13,7 @@ static auto* const g_cadEnvironment = ::testing::AddGlobalTestEnvironment(new qm
 
 namespace {
 
-// Only whether a company name is set counts: the installed one (GBK text)
-// and any other give the joined word, none gives the word with a blank.
-// Name and version are kept from the first use.
+// Only whether a company name is set counts; name and version are kept from the first use.
 TEST(SoftwareKey, CompanyWordDependsOnlyOnWhetherANameIsSetNameAndVersionOnFirstUse)
 {
     EXPECT_EQ(CString(kSoftKey), QM::GetSoftRegItem());
@@ -30,22 +27,19 @@ TEST(SoftwareKey, CompanyWordDependsOnlyOnWhetherANameIsSetNameAndVersionOnFirst
     EXPECT_EQ(CString(L"9.1"), QM::RegVer());
 }
 
-// "Name,HKCU" reads the user's hive; a name alone, or any other root word,
-// the machine's.
+// "Name,HKCU" reads the user's hive; a name alone, or any other root word, the machine's.
 TEST(SoftwareKey, RootWordSelectsTheHive)
 {
     CString dir;
     ASSERT_TRUE(QM::GetRegLocalDir(dir));   // "LocalDir,hkcu"
     EXPECT_EQ(Cad().Folder(L"Local\\"), dir);
-    {
-        SettingOverride machine(L"LocalDir", L"LocalDir,HKLM", L"Software");
+    const struct { const wchar_t *key, *value; bool (*get)(CString&); } rows[] = {
+        {L"LocalDir", L"LocalDir,HKLM", QM::GetRegLocalDir}, {L"InstallDir", L"InstallDir,HKCU", QM::GetRegInstallDir}};
+    for (const auto& row : rows) {
+        SettingOverride other(row.key, row.value, L"Software");
         CString untouched(L"kept");
-        EXPECT_FALSE(QM::GetRegLocalDir(untouched));
+        EXPECT_FALSE(row.get(untouched)) << row.value;
         EXPECT_EQ(CString(L"kept"), untouched);
-    }
-    {
-        SettingOverride user(L"InstallDir", L"InstallDir,HKCU", L"Software");
-        EXPECT_FALSE(QM::GetRegInstallDir(dir));
     }
     ASSERT_TRUE(QM::GetRegInstallDir(dir));   // raw text
     EXPECT_EQ(L"  " + Cad().Folder(L"Suite\\\\") + L"  ", dir);
@@ -87,9 +81,7 @@ TEST(Folders, SharedCadFolderHasNoTrailingBackslash)
     EXPECT_EQ(expected + L"\\Tarvel Shared\\CAD", dir);
 }
 
-// A child process starts with no folder cached, its own start-up file beside
-// its library, and its own registry text: blanks and backslashes are no
-// folder, a missing folder is looked up again, and a found one is kept.
+// In a fresh process: blanks and backslashes are no folder, a missing one is looked up again, a found one kept.
 const char kChildIni[] = "[System]\r\nCompanyName=1\r\nSoftName=QMChild\r\nVersion=1\r\n"
                          "[Software]\r\nInstallDir=Install\r\nLocalDir=Local\r\nLocalDirName=Data\r\n";
 
@@ -127,9 +119,8 @@ TEST(FoldersInFreshProcess, OnlyASuccessfulLookUpIsCached)
     EXPECT_EQ(0, qmtest::RunInChild("FoldersChild.OnlyASuccessfulLookUpIsCached", kChildIni));
 }
 
-// The added folders are cut from the upper-cased variable as plain text,
-// even out of a longer folder's name, and appended; only doubled
-// separators are mended, so the hole a cut leaves at the front stays.
+// Added folders are cut from the upper-cased variable as plain text (even out of a longer
+// name) and appended; only doubled separators are mended, so a hole left at the front stays.
 TEST(PathVariable, AddedFoldersAreCutAsTextAndAppended)
 {
     CString longPath;   // longer than the first buffer the library reads into

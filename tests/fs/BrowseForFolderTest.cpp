@@ -1,5 +1,4 @@
-// BrowseForFolderTest.cpp - the shell's folder dialog driven for real under
-// Xvfb: a watcher thread selects items, reads the dialog and closes it.
+// BrowseForFolderTest.cpp - the shell's folder dialog driven by a watcher thread under Xvfb.
 #include <gtest/gtest.h>
 
 #include "support/FolderDialogWatcher.h"
@@ -47,8 +46,7 @@ TEST_F(GetDirTest, FoldersOnlyHasNoCheckAndCancelRepeatsTheLastResult)
 TEST_F(GetDirTest, FilesAllowedOnlyFilesEnableOKAndTheFileIsReturned)
 {
     for (unsigned int root : {0u, 1u}) {
-        // The first visit fills the tree below a; Wine pumps messages while
-        // it does, so the states are read on the second round.
+        // Wine pumps messages while the first visit fills the tree: read the second round.
         FolderDialogWatcher watcher({file, b, a, file, b, file}, IDOK);
         EXPECT_EQ(QM::GetDir(nullptr, 0, root, nullptr), file) << "root " << root;
         const qmtest::FolderDialogSeen& seen = watcher.Wait();
@@ -75,8 +73,7 @@ TEST_F(FolderDialogTest, GetDirFormShellEndsInOneBackslashAndCancelKeepsThePath)
     }
 }
 
-// Records what the dialog tells its object, and tries the setters and the
-// message senders while the dialog is open.
+// Records the hooks; tries the setters and senders while the dialog is open.
 class Recorder : public CBrowseForFolder
 {
 public:
@@ -84,7 +81,6 @@ public:
 
     mutable int inits = 0;
     mutable CStringArray changes;
-    bool disableOnInit = false;
 
 protected:
     void OnInit() const override
@@ -94,8 +90,7 @@ protected:
         self->SetTitle(CString(L"changed while open"));
         self->SetFlags(0);
         SetStatusText(L"状态");
-        if (disableOnInit)
-            EnableOK(false);
+        EnableOK(false);
     }
     void OnSelChanged(LPCITEMIDLIST item) const override
     {
@@ -117,6 +112,7 @@ TEST_F(BrowseForFolderTest, HooksRunAndSettersWaitWhileOpen)
     EXPECT_EQ(seen.title, CString(L"挑选"));
     EXPECT_TRUE(seen.statusVisible);
     EXPECT_EQ(seen.initial.status, CString(L"状态"));
+    EXPECT_FALSE(seen.initial.okEnabled);
 
     EXPECT_EQ(dlg.inits, 1);
     ASSERT_GE(dlg.changes.GetSize(), 2);
@@ -124,19 +120,6 @@ TEST_F(BrowseForFolderTest, HooksRunAndSettersWaitWhileOpen)
     EXPECT_EQ(dlg.GetSelectedFolder(), b);
     EXPECT_EQ(dlg.GetTitle(), CString(L"挑选"));
     EXPECT_EQ(dlg.GetFlags(), static_cast<unsigned int>(BIF_RETURNONLYFSDIRS | BIF_STATUSTEXT));
-    dlg.SetTitle(CString(L"closed again"));
-    EXPECT_EQ(dlg.GetTitle(), CString(L"closed again"));
-}
-
-TEST_F(BrowseForFolderTest, EnableOKReachesTheOpenDialog)
-{
-    Recorder dlg;
-    dlg.disableOnInit = true;
-    FolderDialogWatcher watcher({}, IDCANCEL);
-    EXPECT_FALSE(dlg.SelectFolder());
-    const qmtest::FolderDialogSeen& seen = watcher.Wait();
-    ASSERT_TRUE(seen.found);
-    EXPECT_FALSE(seen.initial.okEnabled);
 }
 
 TEST_F(BrowseForFolderTest, CopyGetsTheCallbacks)
@@ -144,20 +127,16 @@ TEST_F(BrowseForFolderTest, CopyGetsTheCallbacks)
     Recorder original(nullptr, nullptr, CString(L"原"));
     original.SetFlags(BIF_RETURNONLYFSDIRS);
     Recorder copy(original);
-    EXPECT_EQ(copy.GetFlags(), static_cast<unsigned int>(BIF_RETURNONLYFSDIRS));
-
     FolderDialogWatcher watcher({a}, IDOK);
     EXPECT_TRUE(copy.SelectFolder());
     EXPECT_EQ(watcher.Wait().title, CString(L"原"));
     EXPECT_EQ(copy.inits, 1);
-    EXPECT_EQ(original.inits, 0);
-    EXPECT_EQ(original.changes.GetSize(), 0);
+    EXPECT_EQ(original.inits + original.changes.GetSize(), 0);
     EXPECT_EQ(copy.GetSelectedFolder(), a);
     EXPECT_TRUE(original.GetSelectedFolder().IsEmpty());
 
     Recorder assigned;
     assigned = copy;
-    EXPECT_EQ(assigned.GetTitle(), CString(L"原"));
     EXPECT_EQ(assigned.GetSelectedFolder(), a);
 }
 
@@ -167,8 +146,7 @@ TEST_F(BrowseForFolderTest, TitleFromStringResources)
     for (int missing : {0, -3, 64999})
         EXPECT_FALSE(dlg.SetTitle(missing)) << missing;
     EXPECT_EQ(dlg.GetTitle(), CString(L"旧"));
-    // String 1 of the library's own table, found through the resource chain.
-    EXPECT_TRUE(dlg.SetTitle(1));
+    EXPECT_TRUE(dlg.SetTitle(1));   // the library's own table, through the resource chain
     EXPECT_EQ(dlg.GetTitle(), CString(L"塔维提示！"));
     EXPECT_EQ(CBrowseForFolder(nullptr, nullptr, 1).GetTitle(), CString(L"塔维提示！"));
 }
@@ -185,8 +163,7 @@ TEST_F(BrowseForFolderTest, ItemWithoutPathLeavesItsDisplayName)
     FolderDialogWatcher watcher({L"::{20D04FE0-3AEA-1069-A2D8-08002B30309D}"}, IDOK);
     EXPECT_TRUE(dlg.SelectFolder());
     EXPECT_TRUE(watcher.Wait().found);
-    // Confirmed, so true, though no path exists; what stays is the name the
-    // dialog left (Windows fills it in, Wine 8 leaves it empty), never a path.
+    // Confirmed, so true; what stays is the display name (Wine leaves it empty), never a path.
     const CString left = dlg.GetSelectedFolder();
     EXPECT_TRUE(left.IsEmpty() || left == CString(info.szDisplayName)) << left.GetLength();
     EXPECT_EQ(left.Find(L'\\'), -1);

@@ -1,5 +1,4 @@
-// PathPartsTest.cpp - path parts, existence, writability and nested folder
-// creation on real folders.
+// PathPartsTest.cpp - path parts, existence, writability and nested folder creation.
 #include <gtest/gtest.h>
 
 #include "support/TempDir.h"
@@ -16,9 +15,7 @@ TEST(PathPartsTest, SplitsIntoNameTitleExtensionAndFolder)
 {
     const CString overLong = L"C:\\" + CString(L'x', 300) + L"\\a.dwg";
     const CString atLimit = L"C:\\" + CString(L'x', 251) + L"\\a.dwg", atLimitFolder = atLimit.Left(255);   // 260 characters
-    const struct {
-        const wchar_t *path, *name, *title, *ext, *folder;
-    } rows[] = {
+    const struct { const wchar_t *path, *name, *title, *ext, *folder; } rows[] = {
         {L"C:\\x\\a.dwg", L"a.dwg", L"a", L"dwg", L"C:\\x\\"},
         {L"a.dwg", L"a.dwg", L"a", L"dwg", L""},
         {L"C:/x/y/a.tar.gz", L"a.tar.gz", L"a.tar", L"gz", L"C:/x/y/"},
@@ -31,12 +28,12 @@ TEST(PathPartsTest, SplitsIntoNameTitleExtensionAndFolder)
         {atLimit, L"a.dwg", L"a", L"dwg", atLimitFolder},
         {overLong, L"", L"", L"", L""},  // past the platform's limit: nothing
     };
-    for (size_t i = 0; i < sizeof rows / sizeof rows[0]; ++i) {
-        const auto& row = rows[i];
-        EXPECT_EQ(QM::GetFileName(row.path), CString(row.name)) << "row " << i;
-        EXPECT_EQ(QM::GetFileTitle(row.path), CString(row.title)) << "row " << i;
-        EXPECT_EQ(QM::GetFileExt(row.path), CString(row.ext)) << "row " << i;
-        EXPECT_EQ(QM::GetFilePath(row.path), CString(row.folder)) << "row " << i;
+    for (const auto& row : rows) {
+        SCOPED_TRACE(::testing::Message() << (row.path ? lstrlenW(row.path) : -1) << " characters");
+        const CString parts[] = {QM::GetFileName(row.path), QM::GetFileTitle(row.path), QM::GetFileExt(row.path),
+                                 QM::GetFilePath(row.path)};
+        EXPECT_EQ(parts[0] + L"|" + parts[1] + L"|" + parts[2] + L"|" + parts[3],
+                  CString(row.name) + L"|" + row.title + L"|" + row.ext + L"|" + row.folder);
     }
     EXPECT_TRUE(QM::IsNULL(nullptr) && QM::IsNULL(L"") && !QM::IsNULL(L" "));
 }
@@ -61,9 +58,7 @@ TEST_F(PathOnDiskTest, IsExistFindsFilesAndEmptyFoldersWithOrWithoutSeparator)
     EXPECT_FALSE(QM::IsExist(nullptr));
 }
 
-// Beyond MAX_PATH only the platform sets limits: a long tree is made and
-// found, and DeleteTree, whose buffer cannot take it, refuses it rather
-// than calling it absent.
+// Beyond MAX_PATH a tree is made and found, and DeleteTree, whose buffer cannot take it, refuses it.
 TEST_F(PathOnDiskTest, LongPathsAreMadeFoundAndNotTakenForAbsent)
 {
     CString deep = dir.Path();
@@ -78,26 +73,16 @@ TEST_F(PathOnDiskTest, LongPathsAreMadeFoundAndNotTakenForAbsent)
 TEST_F(PathOnDiskTest, IsDirReadOnlyProbesWithoutLeavingTheProbe)
 {
     EXPECT_FALSE(QM::IsDirReadOnly(dir.Path()));
-    WIN32_FIND_DATAW data;
-    HANDLE search = FindFirstFileW(dir.Path() + L"*.$$$", &data);
-    EXPECT_EQ(search, INVALID_HANDLE_VALUE) << "probe file left behind";
-    if (search != INVALID_HANDLE_VALUE)
-        FindClose(search);
+    CFileFind probe;
+    EXPECT_FALSE(probe.FindFile(dir.Path() + L"*.$$$")) << "probe file left behind";
     EXPECT_TRUE(QM::IsDirReadOnly(dir.Path() + L"missing\\"));
 }
 
-TEST_F(PathOnDiskTest, MkMDirCreatesEveryMissingLevel)
+TEST_F(PathOnDiskTest, MkMDirCreatesEveryMissingLevelButRefusesRootsOverLongPathsAndFilesInTheWay)
 {
     const CString deep = dir.Path() + L"a\\b\\c";
-    EXPECT_TRUE(QM::MkMDir(deep));
-    EXPECT_TRUE(IsFolder(deep));
-    EXPECT_TRUE(QM::MkMDir(deep + L"\\d\\"));
+    EXPECT_TRUE(QM::MkMDir(deep) && QM::MkMDir(deep + L"\\d\\") && QM::MkMDir(deep));   // an existing tree is fine
     EXPECT_TRUE(IsFolder(deep + L"\\d"));
-    EXPECT_TRUE(QM::MkMDir(deep)) << "an existing tree is fine";
-}
-
-TEST_F(PathOnDiskTest, MkMDirRefusesRootsOverLongPathsAndFilesInTheWay)
-{
     for (const wchar_t* root : {L"C:\\", L"C:", L"\\\\srv\\share\\", L"\\\\srv\\"})
         EXPECT_FALSE(QM::MkMDir(root)) << root;
     EXPECT_FALSE(QM::MkMDir(dir.Path() + CString(L'z', 300)));

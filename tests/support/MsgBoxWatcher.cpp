@@ -21,15 +21,6 @@ BOOL CALLBACK FindDialogProc(HWND window, LPARAM param)
     return TRUE;
 }
 
-CString WindowText(HWND window)
-{
-    CString text;
-    int length = GetWindowTextLengthW(window);
-    GetWindowTextW(window, text.GetBuffer(length + 1), length + 1);
-    text.ReleaseBuffer();
-    return text;
-}
-
 UINT IconKind(HICON icon)
 {
     const std::pair<LPCWSTR, UINT> kinds[] = {
@@ -76,15 +67,18 @@ HWND FindProcessDialog()
     return found;
 }
 
+CString WindowText(HWND window)
+{
+    CString text;
+    const int length = GetWindowTextLengthW(window);
+    GetWindowTextW(window, text.GetBuffer(length + 1), length + 1);
+    text.ReleaseBuffer();
+    return text;
+}
+
 MsgBoxWatcher::MsgBoxWatcher(Answer answer, HWND probe, DWORD timeoutMs)
     : m_thread(&MsgBoxWatcher::Run, this, answer, probe, timeoutMs)
 {
-}
-
-MsgBoxWatcher::~MsgBoxWatcher()
-{
-    if (m_thread.joinable())
-        m_thread.join();
 }
 
 const MsgBoxSeen& MsgBoxWatcher::Wait()

@@ -1,6 +1,4 @@
-// MsgBoxWatcher.h - finds the message box this process shows, reads it and
-// answers it, so that code showing a box can be tested under Xvfb.
-//
+// MsgBoxWatcher.h - finds, reads and answers the message box this process shows.
 //   qmtest::MsgBoxWatcher watcher(qmtest::MsgBoxWatcher::Press(IDYES));
 //   bool yes = QM::MsgYesNo(nullptr, L"text", true);   // blocks until answered
 //   const qmtest::MsgBoxSeen& seen = watcher.Wait();
@@ -35,14 +33,12 @@ public:
     static Answer Press(int button) { return Answer{button}; }
     static Answer Enter() { return Answer{0}; }
 
-    // Starts watching at once; `probe` is a window whose enabled state is
-    // recorded while the box is open (task-modal boxes disable it).
+    // Starts watching at once; records `probe`'s enabled state while the box is up.
     explicit MsgBoxWatcher(Answer answer, HWND probe = nullptr, DWORD timeoutMs = 10000);
-    ~MsgBoxWatcher();
+    ~MsgBoxWatcher() { Wait(); }
     MsgBoxWatcher(const MsgBoxWatcher&) = delete;
     MsgBoxWatcher& operator=(const MsgBoxWatcher&) = delete;
 
-    // Waits for the watcher to finish and returns what it saw.
     const MsgBoxSeen& Wait();
 
 private:
@@ -54,5 +50,6 @@ private:
 
 // The first visible top-level dialog (class "#32770") of this process.
 HWND FindProcessDialog();
+CString WindowText(HWND window);
 
 }  // namespace qmtest
