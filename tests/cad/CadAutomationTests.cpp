@@ -70,16 +70,19 @@ TEST_F(CadAutomation, FirstStoredFolderIsCachedAsAnyNewKey)
     EXPECT_EQ(CString(L"16.1"), qmtest::Profile(L"CADCmdLine", L"ACADVer", IniPath()));
 }
 
-// A failed save or a missing SaveAs still gives the folder; no server gives nothing, writes nothing.
+// A failed save, a missing SaveAs, or a release in braces naming the server's class id still give
+// the folder; no server gives nothing and writes nothing.
 TEST_F(CadAutomation, FailedSaveStillGivesTheFolderNoServerGivesNothing)
 {
-    const struct { HRESULT saveError; bool hasSaveAs; const wchar_t* saveCall; } rows[] = {
-        {HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED), true, nullptr}, {S_OK, false, L"unknown Document.SaveAs"}};
+    const struct { HRESULT saveError; bool hasSaveAs, byClassId; const wchar_t* saveCall; } rows[] = {
+        {HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED), true, false, nullptr},
+        {S_OK, false, false, L"unknown Document.SaveAs"}, {S_OK, true, true, nullptr}};
     for (const auto& row : rows) {
         SettingOverride stored(L"CADPathNameCOM", Cad().Folder(L"AutoCAD 2005 EN"), L"CADCmdLine");
         m_host.saveError = row.saveError;
         m_host.hasSaveAs = row.hasSaveAs;
-        FakeCadServer server(kProgId, m_host);
+        FakeCadServer server(row.byClassId ? nullptr : kProgId, m_host);
+        SettingOverride release(L"ACADVer", row.byClassId ? server.ClassIdText().GetString() : L"16.1", L"CADCmdLine");
         CString dir, exe;
         EXPECT_TRUE(QM::GetCADPath_I(dir, exe));
         EXPECT_EQ(m_host.folder + L"\\", dir);
@@ -96,16 +99,6 @@ TEST_F(CadAutomation, FailedSaveStillGivesTheFolderNoServerGivesNothing)
     EXPECT_EQ(Cad().Folder(L"AutoCAD 2005 EN"), StoredInFile());
 }
 
-TEST_F(CadAutomation, ReleaseInBracesIsTheServersClassId)
-{
-    FakeCadServer server(nullptr, m_host);
-    SettingOverride release(L"ACADVer", server.ClassIdText(), L"CADCmdLine");
-    CString dir, exe;
-    ASSERT_TRUE(QM::GetCADPath_I(dir, exe));
-    EXPECT_EQ(m_host.folder + L"\\", dir);
-    EXPECT_EQ(AllCalls(), server.Calls());
-}
-
 std::function<void(UINT)> g_onAppMessage;
 
 LRESULT CALLBACK CallerWindow(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
@@ -120,9 +113,7 @@ LRESULT CALLBACK CallerWindow(HWND window, UINT message, WPARAM wParam, LPARAM l
 // server works before the server answers (held back five seconds at most).
 TEST_F(CadAutomation, CallerKeepsDispatchingItsMessages)
 {
-    WNDCLASSW windowClass = {};
-    windowClass.lpfnWndProc = CallerWindow;
-    windowClass.lpszClassName = L"QMTestAutomationCaller";
+    const WNDCLASSW windowClass{0, CallerWindow, 0, 0, nullptr, nullptr, nullptr, nullptr, nullptr, L"QMTestAutomationCaller"};
     RegisterClassW(&windowClass);
     const HWND window = CreateWindowExW(0, windowClass.lpszClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                                         nullptr, nullptr);

@@ -35,9 +35,7 @@ TEST(CadColorNearest, TiesKeepTheLowerIndexAndIndexZeroNeverComesOut)
 {
     const struct { long r, g, b; int expected; } rows[] = {
         {255, 0, 0, 1}, {255, 255, 255, 7}, {255, 255, 0, 2}, {128, 128, 128, 8},
-        {0, 0, 0, 18},       // black itself is index 0, which the search skips
-        {1000, -50, -50, 1}  // components are not clamped
-    };
+        {0, 0, 0, 18}, {1000, -50, -50, 1}};   // black is index 0, which the search skips; no clamping
     for (const auto& row : rows)
         EXPECT_EQ(QM::GetCADColorIndexNearest(row.r, row.g, row.b), row.expected) << row.r << " " << row.g << " " << row.b;
     const int wild = QM::GetCADColorIndexNearest(LONG_MIN, LONG_MAX, 0);

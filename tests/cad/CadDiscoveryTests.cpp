@@ -16,12 +16,9 @@ const wchar_t kR150[] = L"Software\\Autodesk\\AutoCAD\\R15.0", kR140[] = L"Softw
 TEST(CadRelease, SettingGivesTheKeyAndTheReleaseTests)
 {
     const struct { const wchar_t *setting, *key, *version; bool r14, r15; } rows[] = {
-        {L"16.1", qmtest::kR161, L"16.1", false, false},
-        {L"15", kR150, L"15", false, true},
+        {L"16.1", qmtest::kR161, L"16.1", false, false}, {L"15", kR150, L"15", false, true},
         {L" 15.0 ", kR150, L"15", false, false},   // ".0" counts for paths, not for the release tests
-        {L"14", kR140, L"14", true, false},
-        {L"", nullptr, L"", false, false},
-    };
+        {L"14", kR140, L"14", true, false}, {L"", nullptr, L"", false, false}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.setting);
         SettingOverride version(L"ACADVer", row.setting, L"CADCmdLine");

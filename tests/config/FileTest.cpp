@@ -51,29 +51,8 @@ TEST_F(StdioFileTest, ReadLineEndsLinesAtLfOrCrLfAndCutsOnlyBetweenCharacters)
         EXPECT_EQ(ReadAll(row.content, row.size), row.lines) << row.content.substr(0, 16) << " / " << row.size;
 }
 
-TEST_F(StdioFileTest, WriteStringTurnsLfIntoCrLfInTextModeOnly)
+TEST_F(StdioFileTest, AFailedOpenGivesItsCauseAndLeavesTheFileClosed)
 {
-    const CString text = dir.Path() + L"t.txt", binary = dir.Path() + L"b.txt";
-    {
-        CStdioFile file, raw;
-        ASSERT_TRUE(file.Open(text, CFile::modeCreate | CFile::modeWrite | CFile::typeText));
-        ASSERT_TRUE(raw.Open(binary, CFile::modeCreate | CFile::modeWrite | CFile::typeBinary));
-        file.WriteString(L"中\n\nx");
-        raw.WriteString(L"a\nb\n");
-    }
-    EXPECT_EQ(qmtest::TempDir::ReadFile(text), qmtest::Ansi(L"中") + "\r\n\r\nx");
-    EXPECT_EQ(qmtest::TempDir::ReadFile(binary), "a\nb\n");
-}
-
-TEST_F(StdioFileTest, OpenCreateTruncatesUnlessNoTruncateAndAFailedOpenGivesItsCause)
-{
-    const CString path = dir.WriteFile(L"f.txt", "old");
-    CStdioFile file;
-    ASSERT_TRUE(file.Open(path, CFile::modeCreate | CFile::modeNoTruncate | CFile::modeWrite));
-    EXPECT_EQ(file.GetLength(), 3u);
-    ASSERT_TRUE(file.Open(path, CFile::modeCreate | CFile::modeWrite));
-    EXPECT_EQ(file.GetLength(), 0u);
-
     const CString locked = dir.WriteFile(L"x.txt", "x"), missing = dir.Path() + L"missing.txt";
     CFile holder;
     ASSERT_TRUE(holder.Open(locked, CFile::modeRead | CFile::shareExclusive));
@@ -81,11 +60,11 @@ TEST_F(StdioFileTest, OpenCreateTruncatesUnlessNoTruncateAndAFailedOpenGivesItsC
         {missing, CFileException::fileNotFound}, {nullptr, CFileException::badPath},
         {L"", CFileException::badPath}, {locked, CFileException::sharingViolation}};
     for (const auto& row : rows) {
-        CFile failed;
+        CFile file;
         CFileException error;
-        EXPECT_FALSE(failed.Open(row.path, CFile::modeRead | CFile::shareDenyNone, &error)) << row.path;
+        EXPECT_FALSE(file.Open(row.path, CFile::modeRead | CFile::shareDenyNone, &error)) << row.path;
         EXPECT_EQ(error.m_cause, row.cause) << row.path;
-        EXPECT_EQ(failed.m_hFile, INVALID_HANDLE_VALUE) << row.path;
+        EXPECT_EQ(file.m_hFile, INVALID_HANDLE_VALUE) << row.path;
     }
 }
 

@@ -133,10 +133,7 @@ TEST_F(INISettingTest, AFileTooLargeToListIsReportedAndTheOldValuesStay)
     // A sparse file: its size alone makes the section-name buffer impossible.
     const CString big = dir.Path() + L"big.ini";
     HANDLE file = CreateFileW(big, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    ASSERT_NE(file, INVALID_HANDLE_VALUE);
-    LARGE_INTEGER size;
-    size.QuadPart = 1500000000;
-    const bool sized = SetFilePointerEx(file, size, nullptr, FILE_BEGIN) && SetEndOfFile(file);
+    const bool sized = SetFilePointer(file, 1500000000, nullptr, FILE_BEGIN) == 1500000000 && SetEndOfFile(file);
     CloseHandle(file);
     ASSERT_TRUE(sized);
 

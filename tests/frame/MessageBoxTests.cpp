@@ -74,11 +74,8 @@ TEST_F(MessageBoxTest, MsgBoxPassesTheTypeAsGivenAndMsgOkShowsOneButton)
 TEST_F(MessageBoxTest, MsgYesNoPreselectsWhatItIsToldAndIsTrueOnlyForYes)
 {
     const struct { bool defaultYes; MsgBoxWatcher::Answer answer; int defaultButton; bool result; } rows[] = {
-        {false, MsgBoxWatcher::Enter(), IDNO, false},
-        {true, MsgBoxWatcher::Enter(), IDYES, true},
-        {false, MsgBoxWatcher::Press(IDYES), IDNO, true},
-        {true, MsgBoxWatcher::Press(IDNO), IDYES, false},
-    };
+        {false, MsgBoxWatcher::Enter(), IDNO, false}, {true, MsgBoxWatcher::Enter(), IDYES, true},
+        {false, MsgBoxWatcher::Press(IDYES), IDNO, true}, {true, MsgBoxWatcher::Press(IDNO), IDYES, false}};
     for (const auto& row : rows) {
         MsgBoxWatcher watcher(row.answer, m_probe);
         EXPECT_EQ(QM::MsgYesNo(nullptr, L"覆盖？", row.defaultYes), row.result) << row.defaultYes;

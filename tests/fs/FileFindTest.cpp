@@ -61,13 +61,4 @@ TEST_F(FileFindTest, NothingFoundClosedAndOverLongSearchesAnswerEmpty)
     EXPECT_FALSE(finder.FindFile(dir.Path() + CString(L'x', 300)));
 }
 
-TEST_F(FileFindTest, RelativePatternKeepsCallersRoot)
-{
-    ASSERT_TRUE(SetCurrentDirectoryW(dir.Path()));
-    ASSERT_TRUE(finder.FindFile(L"sub"));
-    finder.FindNextFile();
-    EXPECT_EQ(finder.GetFilePath(), CString(L"sub"));
-    SetCurrentDirectoryW(L"C:\\");
-}
-
 }  // namespace

@@ -5,12 +5,6 @@
 
 namespace {
 
-bool IsFolder(const CString& path)
-{
-    const DWORD attributes = GetFileAttributesW(path);
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
-}
-
 TEST(PathPartsTest, SplitsIntoNameTitleExtensionAndFolder)
 {
     const CString overLong = L"C:\\" + CString(L'x', 300) + L"\\a.dwg";
@@ -82,7 +76,7 @@ TEST_F(PathOnDiskTest, MkMDirCreatesEveryMissingLevelButRefusesRootsOverLongPath
 {
     const CString deep = dir.Path() + L"a\\b\\c";
     EXPECT_TRUE(QM::MkMDir(deep) && QM::MkMDir(deep + L"\\d\\") && QM::MkMDir(deep));   // an existing tree is fine
-    EXPECT_TRUE(IsFolder(deep + L"\\d"));
+    EXPECT_TRUE(QM::IsExist(deep + L"\\d\\"));
     for (const wchar_t* root : {L"C:\\", L"C:", L"\\\\srv\\share\\", L"\\\\srv\\"})
         EXPECT_FALSE(QM::MkMDir(root)) << root;
     EXPECT_FALSE(QM::MkMDir(dir.Path() + CString(L'z', 300)));
@@ -90,7 +84,6 @@ TEST_F(PathOnDiskTest, MkMDirCreatesEveryMissingLevelButRefusesRootsOverLongPath
     const CString file = dir.WriteFile(L"f", "keep");
     EXPECT_FALSE(QM::MkMDir(file + L"\\g\\h"));
     EXPECT_EQ(qmtest::TempDir::ReadFile(file), "keep");
-    EXPECT_FALSE(IsFolder(file));
     EXPECT_EQ(GetFileAttributesW(file + L"\\g"), INVALID_FILE_ATTRIBUTES);
 }
 
