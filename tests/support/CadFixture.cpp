@@ -8,11 +8,6 @@
 
 namespace qmtest {
 
-const wchar_t kSoftKey[] = L"SOFTWARE\\Tarvel\\QMTestSuite\\9.1";
-const wchar_t kR161[] = L"Software\\Autodesk\\AutoCAD\\R16.1";
-const wchar_t kProfileName[] = L"<<QM Test>>";
-const wchar_t kProfileKey[] = L"Software\\Autodesk\\AutoCAD\\R16.1\\\\Profiles\\<<QM Test>>\\";
-
 CadInstallation::CadInstallation()
 {
     for (const wchar_t* exe : {L"AutoCAD 2005\\Acad.exe", L"AutoCAD 2002\\Acad.exe", L"R14\\Acad.exe"})

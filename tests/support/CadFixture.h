@@ -15,10 +15,11 @@
 
 namespace qmtest {
 
-extern const wchar_t kSoftKey[];      // SOFTWARE\Tarvel\QMTestSuite\9.1
-extern const wchar_t kR161[];         // Software\Autodesk\AutoCAD\R16.1
-extern const wchar_t kProfileName[];  // <<QM Test>>
-extern const wchar_t kProfileKey[];   // the active profile's key as the library builds it
+inline const wchar_t kSoftKey[] = L"SOFTWARE\\Tarvel\\QMTestSuite\\9.1";
+inline const wchar_t kR161[] = L"Software\\Autodesk\\AutoCAD\\R16.1";
+inline const wchar_t kProfileName[] = L"<<QM Test>>";
+// The active profile's key as the library builds it.
+inline const wchar_t kProfileKey[] = L"Software\\Autodesk\\AutoCAD\\R16.1\\\\Profiles\\<<QM Test>>\\";
 
 class CadInstallation
 {

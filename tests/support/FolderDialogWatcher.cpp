@@ -21,11 +21,7 @@ CString SelectedItem(HWND dialog)
     HWND tree = GetDlgItem(dialog, kTreeId);
     auto item = reinterpret_cast<HTREEITEM>(SendMessageW(tree, TVM_GETNEXTITEM, TVGN_CARET, 0));
     wchar_t text[MAX_PATH] = L"";
-    TVITEMW tvi = {};
-    tvi.mask = TVIF_TEXT;
-    tvi.hItem = item;
-    tvi.pszText = text;
-    tvi.cchTextMax = MAX_PATH;
+    TVITEMW tvi = {TVIF_TEXT, item, 0, 0, text, MAX_PATH, 0, 0, 0, 0};
     if (item != nullptr)
         SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&tvi));
     return text;

@@ -1,7 +1,6 @@
 // TempDir.h - a fresh folder per test, removed with everything in it.
 //   TempDir dir;
 //   CString file = dir.Path() + L"a.ini";     // Path() ends with a backslash
-//
 #pragma once
 #include <QMUtil.h>
 
