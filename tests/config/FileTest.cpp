@@ -68,16 +68,12 @@ TEST_F(StdioFileTest, AFailedOpenGivesItsCauseAndLeavesTheFileClosed)
     }
 }
 
-TEST_F(StdioFileTest, GetStatusOfFileFolderAndUnusableNamesAndRemoveOfAMissingFileThrows)
+TEST_F(StdioFileTest, GetStatusOfAFileAndUnusableNamesAndRemoveOfAMissingFileThrows)
 {
     const CString path = dir.WriteFile(L"s.txt", "12345");
     CFileStatus status;
     ASSERT_TRUE(CFile::GetStatus(path, status));
     EXPECT_EQ(status.m_size, 5u);
-    EXPECT_EQ(CString(status.m_szFullName).CompareNoCase(path), 0);
-    ASSERT_TRUE(CFile::GetStatus(dir.Path(), status));
-    EXPECT_TRUE(status.m_attribute & FILE_ATTRIBUTE_DIRECTORY);
-    EXPECT_EQ(status.m_size, 0u);
     for (const CString& unusable : {dir.Path() + L"none", CString(), CString(L'a', MAX_PATH)})
         EXPECT_FALSE(CFile::GetStatus(unusable, status)) << unusable.GetLength();
     EXPECT_FALSE(CFile::GetStatus(nullptr, status));

@@ -167,8 +167,7 @@ TEST_F(IniHelpersTest, WrittenLinesLoseTrailingBlanksAndEndInCrLfInCodePage936)
     EXPECT_EQ(Items(back), (Strings{L"图层 颜色", L"y", L"z"}));
 }
 
-// An existing file is kept when asked, replaced otherwise; a missing folder
-// fails the create and a read-only file throws, keeping its content.
+// An existing file is kept when asked, else replaced; a read-only one throws, keeping its content.
 TEST_F(IniHelpersTest, WriteKeepsOrReplacesAnExistingFileFailsInAMissingFolderAndThrowsOverAReadOnlyOne)
 {
     CStringArray lines = Array({L"new"});

@@ -22,9 +22,9 @@ protected:
     {
         return RegSetKeyValueW(HKEY_CURRENT_USER, Sub(relative), name, type, data, bytes) == ERROR_SUCCESS;
     }
-    bool Write(const wchar_t* relative, const wchar_t* name, const std::wstring& text) const
+    void Write(const wchar_t* relative, const wchar_t* name, const CString& text) const
     {
-        return Write(relative, name, REG_SZ, text.c_str(), static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+        qmtest::SetRegValue(HKEY_CURRENT_USER, Sub(relative), name, text);
     }
     // The value's bytes as stored, or "<missing>" (an odd length, so never UTF-16 data).
     std::string Read(const wchar_t* relative, const wchar_t* name, DWORD* type = nullptr) const
@@ -55,8 +55,8 @@ TEST_F(RegStrTest, SetCreatesMissingKeysAndWritesANulTerminatedStringButNotANull
 
 TEST_F(RegStrTest, GetTakes2047CharactersAndRefusesLongerOrMissingValuesLeavingTheOutputAlone)
 {
-    ASSERT_TRUE(Write(L"", L"Fits", std::wstring(2047, L'x')));
-    ASSERT_TRUE(Write(L"", L"TooLong", std::wstring(2048, L'y')));
+    Write(L"", L"Fits", CString(L'x', 2047));
+    Write(L"", L"TooLong", CString(L'y', 2048));
     CString value;
     EXPECT_TRUE(QM::GetRegStr(root, Sub(L""), L"Fits", value));
     EXPECT_EQ(value, CString(L'x', 2047));
@@ -99,7 +99,7 @@ TEST_F(CKeyTest, WithoutAnOpenKeyEveryOperationFailsAndLeavesItsOutputAlone)
 
 TEST_F(CKeyTest, StringValuesHaveNoLengthLimitAndAFailedReadStillEmptiesTheOutput)
 {
-    ASSERT_TRUE(Write(L"K", L"Long", std::wstring(10000, L'q')));
+    Write(L"K", L"Long", CString(L'q', 10000));
     CKey key;
     ASSERT_EQ(key.Create(root, Sub(L"K")), 1);
     EXPECT_EQ(key.SetStringValue(L"值", L"Name"), 1);
@@ -116,7 +116,8 @@ TEST_F(CKeyTest, StringValuesHaveNoLengthLimitAndAFailedReadStillEmptiesTheOutpu
 
 TEST_F(CKeyTest, EnumKeyAndSubKeyCountSeeDirectSubKeysOnly)
 {
-    ASSERT_TRUE(Write(L"R18.2", L"", L"") && Write(L"R17.0\\zh-CN", L"", L""));
+    Write(L"R18.2", L"", L"");
+    Write(L"R17.0\\zh-CN", L"", L"");
     CKey key;
     ASSERT_EQ(key.Open(root, Sub(L"")), 1);
     unsigned long count = 99;

@@ -1,5 +1,4 @@
-// The load sequence, run by loading a fresh copy of the library beside
-// prepared start-up files.
+// The load sequence, run by loading a fresh copy of the library beside prepared start-up files.
 #include <QMUtil.h>
 #include <gtest/gtest.h>
 

@@ -110,9 +110,8 @@ TEST_F(CopyTest, EveryModeAsksOnlyWhenItMayNotOverwriteAnOldFile)
     }
 }
 
-// Each delete takes exactly what it names: a file, a wildcard's matches, a
-// tree holding read-only files (trailing separators ignored); an absent path
-// is true for the tree delete only.
+// Each delete takes exactly what it names: a file, a wildcard's matches, a tree holding read-only
+// files (trailing separators ignored); an absent path is true for the tree delete only.
 TEST(DeleteTest, EachDeleteTakesExactlyWhatItNames)
 {
     TempDir dir;

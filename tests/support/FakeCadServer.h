@@ -2,7 +2,6 @@
 // (in the multithreaded apartment): Application.ActiveDocument, Application.Path
 // and Document.SaveAs, every call recorded, other names as "unknown <Object>.<name>".
 //   qmtest::FakeCadServer server(L"AutoCAD.Application.16.1", host);   // host.folder = L"C:\\CAD"
-//   EXPECT_EQ(expected, server.Calls());   // "get Application.Path", ...
 #pragma once
 #include <QMUtil.h>
 

@@ -1,7 +1,6 @@
 // LibraryCopy.h - a fresh copy of QMUtil.dll loaded from another folder, with
 // its own process-wide state, so its load sequence runs again there.
-//   qmtest::LibraryCopy copy(dir.Path());   // dir holds an INIT.ini
-//   CString sys = copy.Proc<CString()>("_ZN2QM14SysINIFilePathEv")();
+//   qmtest::LibraryCopy copy(dir.Path());  CString sys = copy.Proc<CString()>("_ZN2QM14SysINIFilePathEv")();
 #pragma once
 #include <QMUtil.h>
 

@@ -1,8 +1,6 @@
 // MsgBoxWatcher.h - finds, reads and answers the message box this process shows.
-//   qmtest::MsgBoxWatcher watcher(qmtest::MsgBoxWatcher::Press(IDYES));
-//   bool yes = QM::MsgYesNo(nullptr, L"text", true);   // blocks until answered
-//   const qmtest::MsgBoxSeen& seen = watcher.Wait();
-//   EXPECT_EQ(seen.caption, CString(L"塔维提示！"));
+//   qmtest::MsgBoxWatcher watcher(qmtest::MsgBoxWatcher::Press(IDYES));   // before the box shows
+//   QM::MsgYesNo(nullptr, L"text", true);  EXPECT_EQ(watcher.Wait().text, CString(L"text"));
 #pragma once
 #include <QMUtil.h>
 

@@ -1,7 +1,6 @@
 // RegGuard.h - a registry key put back as it was when the guard goes: a
 // missing level is deleted whole, an existing key is saved aside and restored.
-//   qmtest::RegGuard guard(HKEY_LOCAL_MACHINE, L"Software\\Autodesk\\AutoCAD\\R16.1");
-//   qmtest::SetRegValue(HKEY_LOCAL_MACHINE, L"Software\\Autodesk\\AutoCAD\\R16.1", L"CurVer", L"ACAD-301:804");
+//   qmtest::RegGuard guard(HKEY_CURRENT_USER, L"Software\\X");   // then change Software\X freely
 #pragma once
 #include <QMUtil.h>
 
