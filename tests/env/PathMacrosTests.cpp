@@ -48,16 +48,13 @@ TEST(PathMacros, TextExpandsMacrosAndEnvironmentVariables)
         EXPECT_EQ(row.expected, QM::FixSystemDir(row.text)) << row.text.Left(60).GetString();
 }
 
-TEST(PathMacros, MacrosAreWithdrawnAfterwardsEvenIfTheyExistedBefore)
+TEST(PathMacros, MacrosAreWithdrawnAfterwardsAndExtraOnesOverride)
 {
     SetEnvironmentVariableW(L"INSTALLDIR", L"Q:\\Before\\");
     EXPECT_EQ(Cad().Folder(L"Suite\\"), QM::FixSystemDir(L"%INSTALLDIR%"));
     for (const wchar_t* name : {L"ACADDIR", L"ACAD14DIR", L"ACAD15DIR", L"INSTALLDIR", L"LOCALDIR", L"WORKDIR"})
         EXPECT_EQ(CString(L"<missing>"), qmtest::GetEnv(name)) << name;
-}
-
-TEST(PathMacros, ExtraMacrosOverrideAndUnpairedNamesAreIgnored)
-{
+    // Extra macros override, unpaired names are ignored, and they are withdrawn too.
     CStringArray items, names, values;
     for (const wchar_t* item : {L"%INSTALLDIR%a", L"%Mine%-%ORPHAN%"})
         items.Add(item);

@@ -79,9 +79,8 @@ SettingOverride::SettingOverride(const wchar_t* key, const wchar_t* value, const
     : m_key(key), m_section(section)
 {
     const CString path = QM::CInitSetting().GetFilePath();
-    wchar_t old[2048] = {};
-    m_existed = GetPrivateProfileStringW(section, key, L"\x01", old, ARRAYSIZE(old), path) != 1 || old[0] != 1;
-    m_old = old;
+    m_old = Profile(section, key, path);
+    m_existed = m_old != L"<absent>";
     WritePrivateProfileStringW(section, key, value, path);
     // Re-read: a new key written through the cache would make it forget the section's others.
     QM::CInitSetting().SetFilePath(path);
