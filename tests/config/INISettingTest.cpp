@@ -22,12 +22,14 @@ protected:
     qmtest::TempDir dir;
 };
 
-TEST_F(INISettingTest, LookUpsIgnoreCaseAtAnyNameLengthAndFallBackToTheDefault)
+TEST_F(INISettingTest, LookUpsIgnoreCaseAnswerAsTheProfileReaderAndFallBackToTheDefault)
 {
     // Names of 64 characters and more are upper-cased apart from the short ones.
     const std::wstring longSection(70, L's'), longKey = std::wstring(63, L'k') + L"tail";
-    INISetting ini(Write(L"a.ini", L"[Precision]\r\nZERO=0.001\r\nEmpty=\r\n[图层]\r\n颜色=红色\r\n"
-                                   L"[" + longSection + L"]\r\n" + longKey + L"=long\r\n"));
+    const CString path = Write(L"a.ini", L"[Precision]\r\nZERO=0.001\r\nEmpty=\r\n[图层]\r\n颜色=红色\r\n[" + longSection +
+                               L"]\r\n" + longKey + L"=long\r\n[S]\r\nPad =  spaced out  \r\nQuoted=\"q\"\r\nEq=a=b\r\n"
+                               L"; Comment=1\r\nDup=first\r\nDup=second\r\n");
+    INISetting ini(path);
     CString upperSection(longSection.c_str()), upperKey(longKey.c_str());
     upperSection.MakeUpper();
     const CString cutKey = upperKey.MakeUpper().Left(63);
@@ -39,13 +41,7 @@ TEST_F(INISettingTest, LookUpsIgnoreCaseAtAnyNameLengthAndFallBackToTheDefault)
                   {L"ZERO", nullptr, L"Other", L""},         {nullptr, L"def", nullptr, L"def"}};
     for (const auto& row : rows)
         EXPECT_EQ(ini.GetSetting(row.key, row.defaultValue, row.section), CString(row.expected)) << row.key;
-}
-
-TEST_F(INISettingTest, ValuesAreWhatTheProfileReaderReturns)
-{
-    const CString path = Write(L"a.ini", L"[S]\r\nPad =  spaced out  \r\nQuoted=\"q\"\r\nEq=a=b\r\n; Comment=1\r\n"
-                                         L"Dup=first\r\nDup=second\r\n");
-    INISetting ini(path);
+    // Values are what the platform's profile reader returns.
     for (const wchar_t* key : {L"Pad", L"Quoted", L"Eq", L"Dup"})
         EXPECT_EQ(ini.GetSetting(key, L"<absent>", L"S"), Profile(L"S", key, path)) << key;
     EXPECT_EQ(ini.GetSetting(L"; Comment", L"<absent>", L"S"), CString(L"<absent>"));

@@ -66,33 +66,28 @@ protected:
 
 }  // namespace
 
-TEST_F(TraceTest, PacketCarriesTagAnsiBytesAndCountWithoutNulCutAtTheSharedBuffer)
-{
-    Viewer viewer(kFirst);
-    ASSERT_NE(viewer.window, nullptr);
-    DebugPrintf(L"层%d\n", 5);
-    DebugPrintf(L"%s", CString(L'a', 50000).GetString());
-    ASSERT_EQ(g_received.size(), 2u);
-    EXPECT_EQ(g_received[0].tag, 0x6E697774u);
-    EXPECT_EQ(g_received[0].bytes, 4u);
-    EXPECT_EQ(g_received[0].data, std::string("\xB2\xE3" "5\n"));  // code page 936
-    EXPECT_EQ(g_received[1].bytes, 40959u);
-}
-
-TEST_F(TraceTest, SecondViewerClassServesUntilTheFirstRunsAndNothingGoesWhenSwitchedOff)
+// Packets carry a tag and ANSI bytes without the NUL, cut at the shared buffer; the second viewer
+// class serves until the first runs, and nothing goes when the switch is off.
+TEST_F(TraceTest, PacketsGoToTheFirstViewerClassRunning)
 {
     DebugPrintf(L"no viewer");
     Viewer second(L"MfxTraceWindow");
     DebugPrintf(7);
     DebugPrintf(1.5);
     Viewer first(kFirst);
-    DebugPrintf(L"x");
+    DebugPrintf(L"层%d\n", 5);
+    DebugPrintf(L"%s", CString(L'a', 50000).GetString());
     SetDSCommandLineToEXE(false);
     DebugPrintf(L"switched off");
-    EXPECT_EQ(Texts(), (std::vector<std::string>{"7\n", "1.500000\n", "x"}));
-    ASSERT_EQ(g_received.size(), 3u);
+    ASSERT_EQ(g_received.size(), 4u);
+    const std::vector<std::string> texts = Texts();
+    EXPECT_EQ(std::vector<std::string>(texts.begin(), texts.begin() + 3),
+              (std::vector<std::string>{"7\n", "1.500000\n", "\xB2\xE3" "5\n"}));   // code page 936
     EXPECT_EQ(g_received[1].viewer, second.window);
     EXPECT_EQ(g_received[2].viewer, first.window);
+    EXPECT_EQ(g_received[2].tag, 0x6E697774u);
+    EXPECT_EQ(g_received[2].bytes, 4u);
+    EXPECT_EQ(g_received[3].bytes, 40959u);
 }
 
 // The debug box traces its text when DialogToExe is on; the macro form traces before the box too.

@@ -10,18 +10,12 @@ TEST(PathPartsTest, SplitsIntoNameTitleExtensionAndFolder)
     const CString overLong = L"C:\\" + CString(L'x', 300) + L"\\a.dwg";
     const CString atLimit = L"C:\\" + CString(L'x', 251) + L"\\a.dwg", atLimitFolder = atLimit.Left(255);   // 260 characters
     const struct { const wchar_t *path, *name, *title, *ext, *folder; } rows[] = {
-        {L"C:\\x\\a.dwg", L"a.dwg", L"a", L"dwg", L"C:\\x\\"},
-        {L"a.dwg", L"a.dwg", L"a", L"dwg", L""},
-        {L"C:/x/y/a.tar.gz", L"a.tar.gz", L"a.tar", L"gz", L"C:/x/y/"},
-        {L"C:\\x\\a", L"a", L"a", L"", L"C:\\x\\"},
-        {L"C:\\x\\", L"", L"", L"", L"C:\\x\\"},
-        {L"C:a.dwg", L"a.dwg", L"a", L"dwg", L"C:"},
+        {L"C:\\x\\a.dwg", L"a.dwg", L"a", L"dwg", L"C:\\x\\"}, {L"a.dwg", L"a.dwg", L"a", L"dwg", L""},
+        {L"C:/x/y/a.tar.gz", L"a.tar.gz", L"a.tar", L"gz", L"C:/x/y/"}, {L"C:\\x\\a", L"a", L"a", L"", L"C:\\x\\"},
+        {L"C:\\x\\", L"", L"", L"", L"C:\\x\\"}, {L"C:a.dwg", L"a.dwg", L"a", L"dwg", L"C:"},
         {L"\\\\srv\\share\\d\\b.sld", L"b.sld", L"b", L"sld", L"\\\\srv\\share\\d\\"},
-        {L"", L"", L"", L"", L""},
-        {nullptr, L"", L"", L"", L""},
-        {atLimit, L"a.dwg", L"a", L"dwg", atLimitFolder},
-        {overLong, L"", L"", L"", L""},  // past the platform's limit: nothing
-    };
+        {L"", L"", L"", L"", L""}, {nullptr, L"", L"", L"", L""}, {atLimit, L"a.dwg", L"a", L"dwg", atLimitFolder},
+        {overLong, L"", L"", L"", L""}};  // past the platform's limit: nothing
     for (const auto& row : rows) {
         SCOPED_TRACE(::testing::Message() << (row.path ? lstrlenW(row.path) : -1) << " characters");
         const CString parts[] = {QM::GetFileName(row.path), QM::GetFileTitle(row.path), QM::GetFileExt(row.path),
