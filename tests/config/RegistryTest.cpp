@@ -53,33 +53,26 @@ TEST_F(RegStrTest, SetCreatesMissingKeysAndWritesANulTerminatedStringButNotANull
     EXPECT_EQ(Read(L"New", L"Name"), "<missing>");
 }
 
-TEST_F(RegStrTest, GetTakes2047CharactersAndRefusesLongerOrMissingValuesLeavingTheOutputAlone)
+// Up to 2047 characters of any type are read to the first NUL, never expanded; longer or missing
+// values fail and leave the output alone.
+TEST_F(RegStrTest, GetTakes2047CharactersOfAnyTypeToTheFirstNul)
 {
-    Write(L"", L"Fits", CString(L'x', 2047));
-    Write(L"", L"TooLong", CString(L'y', 2048));
-    CString value;
-    EXPECT_TRUE(QM::GetRegStr(root, Sub(L""), L"Fits", value));
-    EXPECT_EQ(value, CString(L'x', 2047));
-    value = L"before";
-    EXPECT_FALSE(QM::GetRegStr(root, Sub(L""), L"TooLong", value));
-    EXPECT_FALSE(QM::GetRegStr(root, Sub(L""), L"Missing", value));
-    EXPECT_FALSE(QM::GetRegStr(root, Sub(L"Missing"), L"Fits", value));
-    EXPECT_EQ(value, CString(L"before"));
-}
-
-TEST_F(RegStrTest, GetIgnoresTheTypeAndCutsAtTheFirstNul)
-{
-    const struct { DWORD type; const wchar_t* data; DWORD chars; const wchar_t* expected; } rows[] = {
-        {REG_MULTI_SZ, L"first\0second\0", 14, L"first"},
-        {REG_EXPAND_SZ, L"%TEMP%\\x", 9, L"%TEMP%\\x"},   // not expanded
-        {REG_SZ, L"abc", 3, L"abc"},                     // stored without its NUL
-    };
+    const CString fits(L'x', 2047), tooLong(L'y', 2048);
+    const struct { DWORD type; const wchar_t* data; DWORD chars; bool ok; const wchar_t* expected; } rows[] = {
+        {REG_SZ, fits, 2048, true, fits}, {REG_SZ, tooLong, 2049, false, L"before"},
+        {REG_MULTI_SZ, L"first\0second\0", 14, true, L"first"}, {REG_EXPAND_SZ, L"%TEMP%\\x", 9, true, L"%TEMP%\\x"},
+        {REG_SZ, L"abc", 3, true, L"abc"},   // stored without its NUL
+        {REG_SZ, nullptr, 0, false, L"before"}};
     for (const auto& row : rows) {
-        ASSERT_TRUE(Write(L"", L"V", row.type, row.data, row.chars * sizeof(wchar_t)));
-        CString value;
-        EXPECT_TRUE(QM::GetRegStr(root, Sub(L""), L"V", value)) << row.data;
-        EXPECT_EQ(value, CString(row.expected)) << row.data;
+        RegDeleteKeyValueW(root, kPath, L"V");
+        ASSERT_TRUE(row.data == nullptr || Write(L"", L"V", row.type, row.data, row.chars * sizeof(wchar_t)));
+        CString value = L"before";
+        EXPECT_EQ(QM::GetRegStr(root, Sub(L""), L"V", value), row.ok) << row.chars;
+        EXPECT_EQ(value, CString(row.expected)) << row.chars;
     }
+    CString value = L"before";
+    EXPECT_FALSE(QM::GetRegStr(root, Sub(L"Missing"), L"V", value));
+    EXPECT_EQ(value, CString(L"before"));
 }
 
 using CKeyTest = RegStrTest;
@@ -114,7 +107,7 @@ TEST_F(CKeyTest, StringValuesHaveNoLengthLimitAndAFailedReadStillEmptiesTheOutpu
     }
 }
 
-TEST_F(CKeyTest, EnumKeyAndSubKeyCountSeeDirectSubKeysOnly)
+TEST_F(CKeyTest, EnumKeyAndSubKeyCountSeeDirectSubKeysOnlyAndAssignmentSharesTheHandle)
 {
     Write(L"R18.2", L"", L"");
     Write(L"R17.0\\zh-CN", L"", L"");
@@ -129,16 +122,10 @@ TEST_F(CKeyTest, EnumKeyAndSubKeyCountSeeDirectSubKeysOnly)
     EXPECT_EQ(key.EnumKey(2, name), 0);
     EXPECT_EQ(name, CString(L"untouched"));
     EXPECT_TRUE((first == L"R18.2" && second == L"R17.0") || (first == L"R17.0" && second == L"R18.2"));
-}
-
-// Assignment shares the handle rather than duplicating it.
-TEST_F(CKeyTest, AssignmentSharesTheHandle)
-{
-    CKey owner, borrower;
-    ASSERT_EQ(owner.Create(root, Sub(L"")), 1);
-    borrower = owner;
-    EXPECT_EQ(borrower.m_hKey, owner.m_hKey);
-    borrower.m_hKey = nullptr;   // only `owner` may close it
+    CKey borrower;
+    borrower = key;   // shares the handle rather than duplicating it
+    EXPECT_EQ(borrower.m_hKey, key.m_hKey);
+    borrower.m_hKey = nullptr;   // only `key` may close it
 }
 
 }  // namespace
