@@ -85,18 +85,16 @@ TEST_F(INISettingTest, OnlyABindReadsTheFileAndABindToAMissingFileKeepsTheOldVal
     EXPECT_EQ(ini.GetSetting(L"K", L"def", L"Old"), CString(L"def"));
 }
 
-class INISettingWriteTest : public INISettingTest
+// Empty keys or sections change nothing; a new key replaces the cached section until the next
+// bind; writes keep the caller's spelling; an unbound object writes no file.
+TEST_F(INISettingTest, WritesReachTheFileAndTheCache)
 {
-protected:
-    void SetUp() override { ASSERT_TRUE(ini.SetFilePath(path)); }
-
     const CString path = Write(L"w.ini", L"[Software]\r\nA=1\r\nB=2\r\n[Other]\r\nC=3\r\n");
-    INISetting ini;
-};
-
-// A new key replaces the cached section until the next bind; writes keep the caller's spelling.
-TEST_F(INISettingWriteTest, ReplacingKeepsTheCachedSectionANewKeyReplacesItUntilTheNextBind)
-{
+    const std::string before = qmtest::TempDir::ReadFile(path);
+    INISetting ini(path);
+    EXPECT_FALSE(ini.SetSetting(L"", L"v", L"Software"));
+    EXPECT_FALSE(ini.SetSetting(L"A", L"v", nullptr));
+    EXPECT_EQ(qmtest::TempDir::ReadFile(path), before);
     ini.SetSetting(L"a", L"9", L"software");
     ini.SetSetting(L"B", nullptr, L"Software");
     EXPECT_EQ(ini.GetSetting(L"A", L"def", L"Software"), CString(L"9"));
@@ -109,15 +107,6 @@ TEST_F(INISettingWriteTest, ReplacingKeepsTheCachedSectionANewKeyReplacesItUntil
     EXPECT_NE(qmtest::TempDir::ReadFile(path).find(Ansi(L"NewKey=菜单.INI")), std::string::npos);
     ASSERT_TRUE(ini.SetFilePath(path));
     EXPECT_EQ(ini.GetSetting(L"A", L"def", L"Software"), CString(L"9"));
-}
-
-TEST_F(INISettingWriteTest, EmptyKeyOrSectionChangesNothingAndAnUnboundObjectWritesNoFile)
-{
-    const std::string before = qmtest::TempDir::ReadFile(path);
-    EXPECT_FALSE(ini.SetSetting(L"", L"v", L"Software"));
-    EXPECT_FALSE(ini.SetSetting(L"A", L"v", nullptr));
-    EXPECT_EQ(qmtest::TempDir::ReadFile(path), before);
-    EXPECT_EQ(ini.GetSetting(L"A", L"def", L"Software"), CString(L"1"));
     INISetting unbound;
     EXPECT_FALSE(unbound.SetSetting(L"K", L"v", L"S"));
     EXPECT_EQ(unbound.GetSetting(L"K", L"def", L"S"), CString(L"v"));

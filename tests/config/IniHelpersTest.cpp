@@ -42,14 +42,10 @@ TEST_F(IniHelpersTest, WriteIniReplacesKeysInPlaceCreatesAMissingFileButNeverTak
     EXPECT_EQ(Profile(L"S", L"A", path) + Profile(L"S", L"颜色", path) + Profile(L"S", L"B", path) +
                   Profile(L"T", L"A", path), CString(L"9红23"));
     EXPECT_NE(qmtest::TempDir::ReadFile(fresh).find(Ansi(L"[Software]\r\nName=塔维")), std::string::npos);
-}
-
-TEST_F(IniHelpersTest, WriteIniWithFewerValuesThanKeysThrowsAfterWritingTheKeysBefore)
-{
-    const CString path = dir.Path() + L"short.ini";
-    EXPECT_TRUE(qmtest::ThrowsInvalidArg([&] { QM::WriteIni(L"S", Array({L"A", L"B"}), Array({L"1"}), path); }));
-    EXPECT_EQ(Profile(L"S", L"A", path), CString(L"1"));
-    EXPECT_EQ(Profile(L"S", L"B", path), CString(L"<absent>"));
+    // Fewer values than keys: the keys before are written, then it throws.
+    const CString shorter = dir.Path() + L"short.ini";
+    EXPECT_TRUE(qmtest::ThrowsInvalidArg([&] { QM::WriteIni(L"S", Array({L"A", L"B"}), Array({L"1"}), shorter); }));
+    EXPECT_EQ(Profile(L"S", L"A", shorter) + Profile(L"S", L"B", shorter), CString(L"1<absent>"));
 }
 
 class ReadIniTest : public IniHelpersTest
@@ -106,7 +102,7 @@ TEST_F(ReadIniTest, TheMapFormUpperCasesKeysOnlyWhenAsked)
 using Reader = QM::FO_ErrorStatus (*)(const wchar_t*, CStringArray&, bool, const wchar_t*, HWND);
 const Reader kStrict = QM::ReadTextFileToStringArray, kLenient = QM::ReadTextFileToStringArray2;
 
-TEST_F(IniHelpersTest, TheTwoLineReadersTrimSkipCommentsAndTreatEmptyAndLongLinesTheirOwnWay)
+TEST_F(IniHelpersTest, TheTwoLineReadersTrimSkipCommentsAndTreatEmptyLongAndMissingFiles)
 {
     const std::string comments = "\t//c\r\nx // y\r\n;d\n/ e", blanks = "a\r\n\r\n  b  \r\n//c\r\n;d\r\n";
     const std::wstring x57(40957, L'x'), x58(40958, L'x');
@@ -138,12 +134,9 @@ TEST_F(IniHelpersTest, TheTwoLineReadersTrimSkipCommentsAndTreatEmptyAndLongLine
     EXPECT_EQ(kStrict(busy, lines, true, nullptr, nullptr), QM::FO_Success);
     CloseHandle(writer);
     EXPECT_EQ(Items(lines), (Strings{L"a", L"b"}));
-}
-
-TEST_F(IniHelpersTest, AMissingFileLeavesTheLinesAloneAndShowsTheGivenTextInAnErrorBox)
-{
+    // A missing file leaves the lines alone and shows the given text in an error box.
     const CString missing = dir.Path() + L"none.txt";
-    CStringArray lines = Array({L"kept"});
+    lines.Copy(Array({L"kept"}));
     EXPECT_EQ(QM::ReadTextFileToStringArray(missing, lines, true), QM::FO_ReadFailed);
     EXPECT_EQ(QM::ReadTextFileToStringArray2(missing, lines, true), QM::FO_ReadFailed);
     EXPECT_EQ(Items(lines), Strings{L"kept"});
@@ -155,7 +148,7 @@ TEST_F(IniHelpersTest, AMissingFileLeavesTheLinesAloneAndShowsTheGivenTextInAnEr
     EXPECT_EQ(seen.icon, static_cast<UINT>(MB_ICONERROR));
 }
 
-TEST_F(IniHelpersTest, WrittenLinesLoseTrailingBlanksAndEndInCrLfInCodePage936)
+TEST_F(IniHelpersTest, WrittenLinesLoseTrailingBlanksAndEndInCrLfInCodePage936WhereWritingIsAllowed)
 {
     const CString path = dir.Path() + L"w.txt";
     CStringArray lines = Array({L"图层 颜色  ", L"y", L"  z", L""});
@@ -165,12 +158,8 @@ TEST_F(IniHelpersTest, WrittenLinesLoseTrailingBlanksAndEndInCrLfInCodePage936)
     CStringArray back;
     EXPECT_EQ(QM::ReadTextFileToStringArray(path, back, true), QM::FO_Success);
     EXPECT_EQ(Items(back), (Strings{L"图层 颜色", L"y", L"z"}));
-}
-
-// An existing file is kept when asked, else replaced; a read-only one throws, keeping its content.
-TEST_F(IniHelpersTest, WriteKeepsOrReplacesAnExistingFileFailsInAMissingFolderAndThrowsOverAReadOnlyOne)
-{
-    CStringArray lines = Array({L"new"});
+    // An existing file is kept when asked, else replaced; a read-only one throws, keeping its content.
+    lines.Copy(Array({L"new"}));
     const CString old = dir.WriteFile(L"w.txt", "old\r\n");
     EXPECT_EQ(QM::WriteStringArrayToTextFile(old, lines, true), QM::FO_FileExists);
     EXPECT_EQ(qmtest::TempDir::ReadFile(old), "old\r\n");
@@ -178,11 +167,11 @@ TEST_F(IniHelpersTest, WriteKeepsOrReplacesAnExistingFileFailsInAMissingFolderAn
     EXPECT_EQ(qmtest::TempDir::ReadFile(old), "new\r\n");
     EXPECT_EQ(QM::WriteStringArrayToTextFile(dir.Path() + L"no\\such\\f.txt", lines, false), QM::FO_OpenWriteFailed);
     EXPECT_EQ(QM::WriteStringArrayToTextFile(nullptr, lines, false), QM::FO_OpenWriteFailed);
-    const CString path = dir.WriteFile(L"ro.txt", "keep\r\n");
-    ASSERT_TRUE(SetFileAttributesW(path, FILE_ATTRIBUTE_READONLY));
-    EXPECT_EQ(qmtest::FileFaultCause([&] { QM::WriteStringArrayToTextFile(path, lines, false); }),
+    const CString readOnly = dir.WriteFile(L"ro.txt", "keep\r\n");
+    ASSERT_TRUE(SetFileAttributesW(readOnly, FILE_ATTRIBUTE_READONLY));
+    EXPECT_EQ(qmtest::FileFaultCause([&] { QM::WriteStringArrayToTextFile(readOnly, lines, false); }),
               CFileException::accessDenied);
-    EXPECT_EQ(qmtest::TempDir::ReadFile(path), "keep\r\n");
+    EXPECT_EQ(qmtest::TempDir::ReadFile(readOnly), "keep\r\n");
 }
 
 }  // namespace
