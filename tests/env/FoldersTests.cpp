@@ -28,7 +28,7 @@ TEST(SoftwareKey, CompanyWordDependsOnlyOnWhetherANameIsSetNameAndVersionOnFirst
 }
 
 // "Name,HKCU" reads the user's hive; a name alone, or any other root word, the machine's.
-TEST(SoftwareKey, RootWordSelectsTheHive)
+TEST(SoftwareKey, RootWordSelectsTheHiveAndFoldersAreTrimmed)
 {
     CString dir;
     ASSERT_TRUE(QM::GetRegLocalDir(dir));   // "LocalDir,hkcu"
@@ -43,11 +43,7 @@ TEST(SoftwareKey, RootWordSelectsTheHive)
     }
     ASSERT_TRUE(QM::GetRegInstallDir(dir));   // raw text
     EXPECT_EQ(L"  " + Cad().Folder(L"Suite\\\\") + L"  ", dir);
-}
-
-TEST(Folders, InstallAndLocalFoldersAreTrimmedToOneBackslash)
-{
-    CString dir;
+    // The folders themselves are trimmed to one backslash.
     ASSERT_TRUE(QM::GetInstallDir(dir));
     EXPECT_EQ(Cad().Folder(L"Suite\\"), dir);
     ASSERT_TRUE(QM::GetLocalDir(dir));   // joined with the local folder's name "\Data\"

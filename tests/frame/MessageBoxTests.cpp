@@ -57,7 +57,7 @@ TEST_F(MessageBoxTest, StyleLettersAreSummedIntoIconAndButtonsOfATaskModalBox)
     }
 }
 
-TEST_F(MessageBoxTest, MsgBoxPassesTheTypeAsGivenAndMsgOkShowsOneButton)
+TEST_F(MessageBoxTest, MsgBoxPassesTheTypeAsGivenMsgOkShowsOneButtonMsgYesNoPreselects)
 {
     MsgBoxWatcher watcher(MsgBoxWatcher::Press(IDCANCEL), m_probe);
     EXPECT_EQ(QM::MsgBox(nullptr, L"重试？", MB_RETRYCANCEL | MB_ICONEXCLAMATION), IDCANCEL);
@@ -69,10 +69,7 @@ TEST_F(MessageBoxTest, MsgBoxPassesTheTypeAsGivenAndMsgOkShowsOneButton)
     MsgBoxWatcher ok(MsgBoxWatcher::Enter(), m_probe);
     QM::MsgOk(nullptr, L"好");
     EXPECT_EQ(ok.Wait().buttons, kOk);
-}
-
-TEST_F(MessageBoxTest, MsgYesNoPreselectsWhatItIsToldAndIsTrueOnlyForYes)
-{
+    // MsgYesNo preselects what it is told and is true only for Yes.
     const struct { bool defaultYes; MsgBoxWatcher::Answer answer; int defaultButton; bool result; } rows[] = {
         {false, MsgBoxWatcher::Enter(), IDNO, false}, {true, MsgBoxWatcher::Enter(), IDYES, true},
         {false, MsgBoxWatcher::Press(IDYES), IDNO, true}, {true, MsgBoxWatcher::Press(IDNO), IDYES, false}};

@@ -44,10 +44,7 @@ TEST_F(FileFindTest, LoopSeesEveryEntryOnceWithItsParts)
     }
     EXPECT_EQ(names, (std::multiset<std::wstring>{L".", L"..", L"a.dwg", L"b.tar.gz", L"ro.txt", L"sub"}));
     EXPECT_FALSE(finder.FindNextFile()) << "past the end stays at the end";
-}
-
-TEST_F(FileFindTest, NothingFoundClosedAndOverLongSearchesAnswerEmpty)
-{
+    // Nothing found, closed and over-long searches answer empty.
     EXPECT_FALSE(finder.FindFile(dir.Path() + L"*.none"));
     EXPECT_FALSE(finder.FindNextFile());
     EXPECT_TRUE(finder.GetFileName().IsEmpty());

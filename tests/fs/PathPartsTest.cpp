@@ -32,7 +32,7 @@ protected:
     qmtest::TempDir dir;
 };
 
-TEST_F(PathOnDiskTest, IsExistFindsFilesAndEmptyFoldersWithOrWithoutSeparator)
+TEST_F(PathOnDiskTest, IsExistFindsFilesAndEmptyFoldersWithOrWithoutSeparatorAndLongPaths)
 {
     ASSERT_TRUE(CreateDirectoryW(dir.Path() + L"empty", nullptr));
     const CString file = dir.WriteFile(L"a.dwg", "x");
@@ -44,11 +44,7 @@ TEST_F(PathOnDiskTest, IsExistFindsFilesAndEmptyFoldersWithOrWithoutSeparator)
     for (const auto& row : rows)
         EXPECT_EQ(QM::IsExist(row.path), row.exists) << row.path.GetString();
     EXPECT_FALSE(QM::IsExist(nullptr));
-}
-
-// Beyond MAX_PATH a tree is made and found, and DeleteTree, whose buffer cannot take it, refuses it.
-TEST_F(PathOnDiskTest, LongPathsAreMadeFoundAndNotTakenForAbsent)
-{
+    // Beyond MAX_PATH a tree is made and found, and DeleteTree, whose buffer cannot take it, refuses it.
     CString deep = dir.Path();
     while (deep.GetLength() <= 300)
         deep += L"abcdefghi\\";
@@ -58,16 +54,13 @@ TEST_F(PathOnDiskTest, LongPathsAreMadeFoundAndNotTakenForAbsent)
     EXPECT_TRUE(QM::IsExist(deep));
 }
 
-TEST_F(PathOnDiskTest, IsDirReadOnlyProbesWithoutLeavingTheProbe)
+TEST_F(PathOnDiskTest, IsDirReadOnlyProbesWithoutLeavingTheProbeAndMkMDirMakesTrees)
 {
     EXPECT_FALSE(QM::IsDirReadOnly(dir.Path()));
     CFileFind probe;
     EXPECT_FALSE(probe.FindFile(dir.Path() + L"*.$$$")) << "probe file left behind";
     EXPECT_TRUE(QM::IsDirReadOnly(dir.Path() + L"missing\\"));
-}
-
-TEST_F(PathOnDiskTest, MkMDirCreatesEveryMissingLevelButRefusesRootsOverLongPathsAndFilesInTheWay)
-{
+    // MkMDir creates every missing level but refuses roots, over-long names and files in the way.
     const CString deep = dir.Path() + L"a\\b\\c";
     EXPECT_TRUE(QM::MkMDir(deep) && QM::MkMDir(deep + L"\\d\\") && QM::MkMDir(deep));   // an existing tree is fine
     EXPECT_TRUE(QM::IsExist(deep + L"\\d\\"));
