@@ -31,7 +31,7 @@ TEST(CadColorTable, NamedColoursHueGroupsAndGreys)
         EXPECT_EQ(QM::CADColorIndexToRGB(outside), 0xFFFFFFFFul) << outside;
 }
 
-TEST(CadColorNearest, TiesKeepTheLowerIndexAndIndexZeroNeverComesOut)
+TEST(CadColorNearest, TiesKeepTheLowerIndexIndexZeroNeverComesOutAndEveryEntryFindsItsOwn)
 {
     const struct { long r, g, b; int expected; } rows[] = {
         {255, 0, 0, 1}, {255, 255, 255, 7}, {255, 255, 0, 2}, {128, 128, 128, 8},
@@ -40,20 +40,14 @@ TEST(CadColorNearest, TiesKeepTheLowerIndexAndIndexZeroNeverComesOut)
         EXPECT_EQ(QM::GetCADColorIndexNearest(row.r, row.g, row.b), row.expected) << row.r << " " << row.g << " " << row.b;
     const int wild = QM::GetCADColorIndexNearest(LONG_MIN, LONG_MAX, 0);
     EXPECT_TRUE(wild >= 1 && wild <= 255) << wild;
-}
-
-TEST(CadColorNearest, EveryEntryFindsAnIndexOfItsOwnColour)
-{
+    // Every entry finds an index of its own colour, never a later one.
     for (int index = 1; index < 256; ++index) {
         const unsigned long colour = QM::CADColorIndexToRGB(index);
         const int found = QM::GetCADColorIndexNearest(colour);
         EXPECT_LE(found, index);
         EXPECT_EQ(QM::CADColorIndexToRGB(found), colour) << index;
     }
-}
-
-TEST(CadColorNearest, PackedFormKeepsTheTopByteInBlue)
-{
+    // The packed form keeps the top byte in blue.
     EXPECT_EQ(QM::GetCADColorIndexNearest(0x01000000ul), 5);
     EXPECT_EQ(QM::GetCADColorIndexNearest(0x000000FFul), 1);
     EXPECT_EQ(QM::GetCADColorIndexNearest(RGB(10, 200, 30)), QM::GetCADColorIndexNearest(10, 200, 30));

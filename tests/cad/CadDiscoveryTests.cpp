@@ -44,7 +44,8 @@ TEST(CadRelease, ProductKeyIsCurVerOrElseTheFirstSubKeyHoldingTheRest)
     EXPECT_FALSE(QM::GetRegPos(HKEY_LOCAL_MACHINE, L"CurVer", out, kR140));
 }
 
-// Candidates: the user's CurVer, the machine's, then every product; the first with the executable wins.
+// Candidates: the user's CurVer, the machine's, then every product; the first with the executable
+// wins; the server's registration is the last resort.
 TEST(CadFolders, FirstCandidateProductWithTheExecutableWins)
 {
     CString dir;
@@ -57,6 +58,17 @@ TEST(CadFolders, FirstCandidateProductWithTheExecutableWins)
                         Cad().Folder(L"R14"));
     ASSERT_TRUE(QM::GetAcadPath(dir));
     EXPECT_EQ(Cad().Folder(L"R14\\"), dir);   // ACAD-301:000 is enumerated first
+    // The server registration is the last resort.
+    SettingOverride version(L"ACADVer", L"17.20", L"CADCmdLine");
+    const CString clsid = L"{6C1F3A1E-0D7B-4C55-9B43-5A8E2D0C7F17}";
+    qmtest::RegGuard progId(HKEY_CLASSES_ROOT, L"AutoCAD.Application.17.2");
+    qmtest::RegGuard server(HKEY_CLASSES_ROOT, L"CLSID\\" + clsid);
+    EXPECT_FALSE(QM::GetAcadPath(dir));
+    qmtest::SetRegValue(HKEY_CLASSES_ROOT, L"AutoCAD.Application.17.2\\CLSID", L"", clsid);
+    qmtest::SetRegValue(HKEY_CLASSES_ROOT, L"CLSID\\" + clsid + L"\\LocalServer32", L"",
+                        Cad().Folder(L"AutoCAD 2005\\acad.exe /Automation "));
+    ASSERT_TRUE(QM::GetAcadPath(dir));
+    EXPECT_EQ(Cad().Folder(L"AutoCAD 2005\\"), dir);
 }
 
 TEST(CadFolders, ReleaseFoldersEndInOneBackslashAndOnlyTheMapOneNeedsCurVer)
@@ -75,21 +87,6 @@ TEST(CadFolders, ReleaseFoldersEndInOneBackslashAndOnlyTheMapOneNeedsCurVer)
     EXPECT_FALSE(QM::GetAcadMapPath(dir));
     ASSERT_TRUE(QM::GetAcadR15Path(dir));
     EXPECT_EQ(Cad().Folder(L"AutoCAD 2002\\"), dir);
-}
-
-TEST(CadFolders, ServerRegistrationIsTheLastResort)
-{
-    SettingOverride version(L"ACADVer", L"17.20", L"CADCmdLine");
-    const CString clsid = L"{6C1F3A1E-0D7B-4C55-9B43-5A8E2D0C7F17}";
-    qmtest::RegGuard progId(HKEY_CLASSES_ROOT, L"AutoCAD.Application.17.2");
-    qmtest::RegGuard server(HKEY_CLASSES_ROOT, L"CLSID\\" + clsid);
-    CString dir;
-    EXPECT_FALSE(QM::GetAcadPath(dir));
-    qmtest::SetRegValue(HKEY_CLASSES_ROOT, L"AutoCAD.Application.17.2\\CLSID", L"", clsid);
-    qmtest::SetRegValue(HKEY_CLASSES_ROOT, L"CLSID\\" + clsid + L"\\LocalServer32", L"",
-                        Cad().Folder(L"AutoCAD 2005\\acad.exe /Automation "));
-    ASSERT_TRUE(QM::GetAcadPath(dir));
-    EXPECT_EQ(Cad().Folder(L"AutoCAD 2005\\"), dir);
 }
 
 TEST(CadFolders, ActiveProfileKeyKeepsTheDoubledBackslash)

@@ -24,20 +24,9 @@ protected:
     const CString m_store = m_dir.Path() + L"ACADMenu.INI";
 };
 
-// Only string values are groups: the DWORD count stays out of the store.
-TEST_F(CadMenu, SaveStoresTheMenuFileAndTheStringGroups)
-{
-    CString profile;
-    ASSERT_TRUE(QM::SRCADMenu(true, profile));
-    EXPECT_EQ(CString(kProfileName), profile);
-    EXPECT_EQ(Cad().Folder(L"AutoCAD 2005\\Support\\acad"), Stored(L"*MenuPathName"));
-    EXPECT_EQ(Reg(L"Menus", L"Group1"), Stored(L"Group1"));
-    EXPECT_EQ(Reg(L"Menus", L"Group2"), Stored(L"Group2"));
-    EXPECT_EQ(CString(L"<absent>"), Stored(L"Count"));
-}
-
-// Saving while the profile holds the suite's menus would keep them for good.
-TEST_F(CadMenu, SaveIsRefusedWhileTheSuitesMenusAreIn)
+// Saving while the profile holds the suite's menus would keep them for good; only string values
+// are groups, so the DWORD count stays out of the store.
+TEST_F(CadMenu, SaveStoresTheMenuFileAndTheStringGroupsUnlessTheSuitesMenusAreIn)
 {
     ASSERT_TRUE(QM::SetIsInSoftware(true));
     CString profile;
@@ -45,6 +34,12 @@ TEST_F(CadMenu, SaveIsRefusedWhileTheSuitesMenusAreIn)
     EXPECT_EQ(CString(L"<absent>"), Stored(L"*MenuPathName"));
     ASSERT_TRUE(QM::SetIsInSoftware(false));
     EXPECT_EQ(CString(L"0"), Stored(L"*InQMSoftWare"));
+    ASSERT_TRUE(QM::SRCADMenu(true, profile));
+    EXPECT_EQ(CString(kProfileName), profile);
+    EXPECT_EQ(Cad().Folder(L"AutoCAD 2005\\Support\\acad"), Stored(L"*MenuPathName"));
+    EXPECT_EQ(Reg(L"Menus", L"Group1"), Stored(L"Group1"));
+    EXPECT_EQ(Reg(L"Menus", L"Group2"), Stored(L"Group2"));
+    EXPECT_EQ(CString(L"<absent>"), Stored(L"Count"));
 }
 
 // Without a saved menu file the menu file is emptied; saved text wins over a marker, and

@@ -94,9 +94,7 @@ protected:
     }
 };
 
-using BrowseForFolderTest = FolderDialogTest;
-
-TEST_F(BrowseForFolderTest, HooksRunAndSettersWaitWhileOpen)
+TEST_F(FolderDialogTest, HooksRunAndSettersWaitWhileOpen)
 {
     Recorder dlg(nullptr, nullptr, CString(L"挑选"));
     dlg.SetFlags(BIF_RETURNONLYFSDIRS | BIF_STATUSTEXT);
@@ -116,7 +114,7 @@ TEST_F(BrowseForFolderTest, HooksRunAndSettersWaitWhileOpen)
     EXPECT_EQ(dlg.GetFlags(), static_cast<unsigned int>(BIF_RETURNONLYFSDIRS | BIF_STATUSTEXT));
 }
 
-TEST_F(BrowseForFolderTest, CopyGetsTheCallbacks)
+TEST_F(FolderDialogTest, CopyGetsTheCallbacksAndTitlesComeFromStringResources)
 {
     Recorder original(nullptr, nullptr, CString(L"原"));
     original.SetFlags(BIF_RETURNONLYFSDIRS);
@@ -132,10 +130,7 @@ TEST_F(BrowseForFolderTest, CopyGetsTheCallbacks)
     Recorder assigned;
     assigned = copy;
     EXPECT_EQ(assigned.GetSelectedFolder(), a);
-}
-
-TEST_F(BrowseForFolderTest, TitleFromStringResources)
-{
+    // Titles from string resources: a missing one leaves the title as it was.
     CBrowseForFolder dlg(nullptr, nullptr, CString(L"旧"));
     for (int missing : {0, -3, 64999})
         EXPECT_FALSE(dlg.SetTitle(missing)) << missing;
@@ -145,7 +140,7 @@ TEST_F(BrowseForFolderTest, TitleFromStringResources)
     EXPECT_EQ(CBrowseForFolder(nullptr, nullptr, 1).GetTitle(), CString(L"塔维提示！"));
 }
 
-TEST_F(BrowseForFolderTest, ItemWithoutPathLeavesItsDisplayName)
+TEST_F(FolderDialogTest, ItemWithoutPathLeavesItsDisplayName)
 {
     CBrowseForFolder dlg(nullptr, nullptr, CString());
     FolderDialogWatcher watcher({L"::{20D04FE0-3AEA-1069-A2D8-08002B30309D}"}, IDOK);

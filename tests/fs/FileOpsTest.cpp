@@ -56,7 +56,7 @@ TEST_F(CopyTest, NothingToCopy)
 
 // Files land in the source's last component (the first row's target ends in a separator); a list
 // is renamed as far as the name list reaches, and a recursive list copies sub-folders whole.
-TEST_F(CopyTest, ModesCopyWhatTheyName)
+TEST_F(CopyTest, ModesAndTreeCopiesCopyWhatTheyName)
 {
     using Files = std::vector<std::pair<const wchar_t*, const char*>>;
     const struct { bool recursive; std::vector<const wchar_t*> list, names; bool result; Files files; } rows[] = {
@@ -73,10 +73,7 @@ TEST_F(CopyTest, ModesCopyWhatTheyName)
         for (const auto& [file, content] : row.files)
             EXPECT_EQ(Read(file), content) << CString(file).GetString();
     }
-}
-
-TEST_F(CopyTest, TreeCopyKeepsNestingAndReadOnlyFilesButNeedsItsSource)
-{
+    // A tree copy keeps nesting and read-only files but needs its source.
     EXPECT_FALSE(QM::CopyTree(dir.Path() + L"none", target, true));
     EXPECT_TRUE(QM::CopyTree(source, dir.Path() + L"new\\deep", false));
     copied = dir.Path() + L"new\\deep\\Sym\\";
@@ -110,6 +107,16 @@ TEST_F(CopyTest, EveryModeAsksOnlyWhenItMayNotOverwriteAnOldFile)
     }
 }
 
+// "\." steps lengthen a path without changing what it names.
+CString Padded(const CString& folder, const wchar_t* name, int minLength)
+{
+    CString path = folder;
+    path.TrimRight(L'\\');
+    while (path.GetLength() + 1 + lstrlenW(name) < minLength)
+        path += L"\\.";
+    return path + L"\\" + name;
+}
+
 // Each delete takes exactly what it names: a file, a wildcard's matches, a tree holding read-only
 // files (trailing separators ignored); an absent path is true for the tree delete only.
 TEST(DeleteTest, EachDeleteTakesExactlyWhatItNames)
@@ -129,21 +136,7 @@ TEST(DeleteTest, EachDeleteTakesExactlyWhatItNames)
     }
     EXPECT_EQ(TempDir::ReadFile(dir.Path() + L"treeX.dwg"), "treeX.dwg");
     EXPECT_TRUE(QM::DelTree(nullptr));
-}
-
-// "\." steps lengthen a path without changing what it names.
-CString Padded(const CString& folder, const wchar_t* name, int minLength)
-{
-    CString path = folder;
-    path.TrimRight(L'\\');
-    while (path.GetLength() + 1 + lstrlenW(name) < minLength)
-        path += L"\\.";
-    return path + L"\\" + name;
-}
-
-TEST(DeleteTest, MissingEmptyAndPastTheBufferPathsAreRefused)
-{
-    TempDir dir;
+    // Missing, empty and past-the-buffer paths are refused.
     EXPECT_FALSE(QM::DeleteFiles(nullptr, false));
     EXPECT_FALSE(QM::DeleteFiles(L"", false));
     EXPECT_FALSE(QM::DeleteFiles(CString(L'a', 5000), false));
