@@ -40,8 +40,11 @@ protected:
     qmtest::FakeCadBehaviour m_host;
 };
 
+// A first stored folder is a new key: the cache forgets the section's other keys, the file keeps
+// them. Once stored, the executable is where the folder says: no second trip.
 TEST_F(CadAutomation, ServerFolderIsUsedAndRemembered)
 {
+    SettingOverride none(L"CADPathNameCOM", nullptr, L"CADCmdLine");
     FakeCadServer server(kProgId, m_host);
     ASSERT_TRUE(server.Registered());
     CString dir, exe;
@@ -51,23 +54,13 @@ TEST_F(CadAutomation, ServerFolderIsUsedAndRemembered)
     EXPECT_EQ(AllCalls(), server.Calls());
     EXPECT_EQ(m_host.folder, Stored());
     EXPECT_EQ(m_host.folder, StoredInFile());
-    // The executable is where the stored folder says: no second trip.
+    EXPECT_EQ(CString(), QM::GetStartupAcadVer());
+    EXPECT_EQ(CString(L"16.1"), qmtest::Profile(L"CADCmdLine", L"ACADVer", IniPath()));
+    QM::CInitSetting().SetFilePath(IniPath());
     CString again;
     ASSERT_TRUE(QM::GetCADPath_I(again, exe));
     EXPECT_EQ(dir, again);
     EXPECT_EQ(3u, server.Calls().size());
-}
-
-// A first stored folder is a new key: the cache forgets the section's other keys, the file keeps them.
-TEST_F(CadAutomation, FirstStoredFolderIsCachedAsAnyNewKey)
-{
-    SettingOverride none(L"CADPathNameCOM", nullptr, L"CADCmdLine");
-    FakeCadServer server(kProgId, m_host);
-    CString dir, exe;
-    ASSERT_TRUE(QM::GetCADPath_I(dir, exe));
-    EXPECT_EQ(m_host.folder, Stored());
-    EXPECT_EQ(CString(), QM::GetStartupAcadVer());
-    EXPECT_EQ(CString(L"16.1"), qmtest::Profile(L"CADCmdLine", L"ACADVer", IniPath()));
 }
 
 // A failed save, a missing SaveAs, or a release in braces naming the server's class id still give
