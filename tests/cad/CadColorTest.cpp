@@ -31,7 +31,7 @@ TEST(CadColorTable, NamedColoursHueGroupsAndGreys)
         EXPECT_EQ(QM::CADColorIndexToRGB(outside), 0xFFFFFFFFul) << outside;
 }
 
-TEST(CadColorNearest, TiesKeepTheLowerIndexIndexZeroNeverComesOutAndEveryEntryFindsItsOwn)
+TEST(CadColorSearch, NearestTiesKeepTheLowerIndexIndexZeroNeverComesOutExactGivesTheFirstEqual)
 {
     const struct { long r, g, b; int expected; } rows[] = {
         {255, 0, 0, 1}, {255, 255, 255, 7}, {255, 255, 0, 2}, {128, 128, 128, 8},
@@ -51,13 +51,10 @@ TEST(CadColorNearest, TiesKeepTheLowerIndexIndexZeroNeverComesOutAndEveryEntryFi
     EXPECT_EQ(QM::GetCADColorIndexNearest(0x01000000ul), 5);
     EXPECT_EQ(QM::GetCADColorIndexNearest(0x000000FFul), 1);
     EXPECT_EQ(QM::GetCADColorIndexNearest(RGB(10, 200, 30)), QM::GetCADColorIndexNearest(10, 200, 30));
-}
-
-TEST(CadColorExact, FirstEqualIndexOrMinusOne)
-{
-    const struct { unsigned long colour; int expected; } rows[] = {
+    // The exact search gives the first equal index or -1.
+    const struct { unsigned long colour; int expected; } exact[] = {
         {0x000000, 0}, {0x0000FF, 1}, {0xFFFFFF, 7}, {0x333333, 250}, {0x123456, -1}, {0x01FFFFFF, -1}};
-    for (const auto& row : rows)
+    for (const auto& row : exact)
         EXPECT_EQ(QM::IsStandardCADColor(row.colour), row.expected) << std::hex << row.colour;
 }
 

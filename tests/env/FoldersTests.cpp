@@ -50,7 +50,7 @@ TEST(SoftwareKey, RootWordSelectsTheHiveAndFoldersAreTrimmed)
     EXPECT_EQ(Cad().Folder(L"Local\\Data\\"), dir);
 }
 
-// The work folder is never cached, and written as given.
+// The work folder is never cached, and written as given; the shared CAD folder has no trailing backslash.
 TEST(Folders, WorkFolderIsCreatedWrittenAsGivenAndReadAfresh)
 {
     qmtest::RemoveTree(Cad().Folder(L"Work"));
@@ -65,14 +65,9 @@ TEST(Folders, WorkFolderIsCreatedWrittenAsGivenAndReadAfresh)
     ASSERT_TRUE(QM::SetRegWorkDir(Cad().Folder(L"Suite\\Sys\\\\")));
     ASSERT_TRUE(QM::GetWorkDir(dir));
     EXPECT_EQ(Cad().Folder(L"Suite\\Sys\\"), dir);
-}
-
-TEST(Folders, SharedCadFolderHasNoTrailingBackslash)
-{
     CString expected = qmtest::GetRegValue(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion",
                                            L"CommonFilesDir");
     expected.TrimRight(L'\\');
-    CString dir;
     ASSERT_TRUE(QM::GetQMCommonFilesDir(dir));
     EXPECT_EQ(expected + L"\\Tarvel Shared\\CAD", dir);
 }

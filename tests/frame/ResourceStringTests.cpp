@@ -2,7 +2,7 @@
 #include <QMUtil.h>
 #include <gtest/gtest.h>
 
-TEST(LoadStr, LibraryStringsLoadExactly)
+TEST(LoadStr, LibraryStringsLoadExactlyFromTheLibraryAlone)
 {
     const struct { unsigned id; const wchar_t* text; } table[] = {
         {1, L"塔维提示！"},
@@ -15,10 +15,7 @@ TEST(LoadStr, LibraryStringsLoadExactly)
         EXPECT_TRUE(QM::LoadStr(entry.id, text)) << entry.id;
         EXPECT_EQ(text, CString(entry.text)) << entry.id;
     }
-}
-
-TEST(LoadStr, IgnoresTheCallersStringsAndRestoresTheResourceHandle)
-{
+    // The caller's own strings are ignored and the resource handle restored.
     const HINSTANCE before = AfxGetResourceHandle();
 
     CString text(L"untouched");
