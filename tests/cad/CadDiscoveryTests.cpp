@@ -13,7 +13,7 @@ namespace {
 
 const wchar_t kR150[] = L"Software\\Autodesk\\AutoCAD\\R15.0", kR140[] = L"Software\\Autodesk\\AutoCAD\\R14.0";
 
-TEST(CadRelease, SettingGivesTheKeyAndTheReleaseTests)
+TEST(CadRelease, SettingGivesTheKeysAndTheReleaseTests)
 {
     const struct { const wchar_t *setting, *key, *version; bool r14, r15; } rows[] = {
         {L"16.1", qmtest::kR161, L"16.1", false, false}, {L"15", kR150, L"15", false, true},
@@ -30,10 +30,7 @@ TEST(CadRelease, SettingGivesTheKeyAndTheReleaseTests)
         EXPECT_EQ(row.r15, QM::IsStartupWithCadR15());
         EXPECT_TRUE(row.key != nullptr || (!QM::GetAcadPath(dir) && dir == L"kept"));   // no release, no folder
     }
-}
-
-TEST(CadRelease, ProductKeyIsCurVerOrElseTheFirstSubKeyHoldingTheRest)
-{
+    // The product key is CurVer, or else the first sub-key, holding the rest of the path.
     CString out(L"Profiles");
     ASSERT_TRUE(QM::GetRegPos(HKEY_LOCAL_MACHINE, L"CurVer", out, L""));
     EXPECT_EQ(CString(qmtest::kR161) + L"\\ACAD-301:804\\Profiles", out);

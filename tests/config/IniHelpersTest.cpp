@@ -55,7 +55,7 @@ protected:
                                                       L"Empty=\r\n[Case]\r\nKey=first\r\nKEY=second\r\n"));
 };
 
-TEST_F(ReadIniTest, AnEmptyKeyListIsFilledInFileOrderAndGivenKeysAreReadInTheirs)
+TEST_F(ReadIniTest, KeysAreReadInFileOrderOrInTheGivenOrderAndNothingIsEmpty)
 {
     CStringArray keys, values = Array({L"junk"});
     EXPECT_TRUE(QM::ReadIni(L"图层", keys, values, path));
@@ -69,10 +69,7 @@ TEST_F(ReadIniTest, AnEmptyKeyListIsFilledInFileOrderAndGivenKeysAreReadInTheirs
     EXPECT_TRUE(QM::ReadIni(nullptr, keys, values, path));
     EXPECT_EQ(Items(keys), (Strings{L"图层", L"Case"}));
     EXPECT_EQ(values.GetSize(), 2);
-}
-
-TEST_F(ReadIniTest, AMissingFileSectionOrPathGivesEmptyArraysAndTrue)
-{
+    // A missing file, section or path gives empty arrays and true.
     const CString missing = dir.Path() + L"none.ini";
     const struct { const wchar_t* section; const wchar_t* path; } rows[] = {
         {L"图层", missing}, {L"Nowhere", path}, {L"图层", nullptr}, {L"图层", L""}};

@@ -10,7 +10,7 @@ namespace {
 
 // The sub-path is joined without its outer backslashes, stars removed after; the CAD kind gives
 // the install folder, combined or unknown kinds nothing.
-TEST(PathMacros, FolderKindJoinsTheSubPath)
+TEST(PathMacros, FolderKindJoinsTheSubPathAndTextExpandsMacrosAndVariables)
 {
     const struct { int kind; const wchar_t* sub; CString expected; } rows[] = {
         {QM::FSD_LOCALDIR, L"\\Plots\\", Cad().Folder(L"Local\\Data\\Plots\\")},
@@ -25,15 +25,11 @@ TEST(PathMacros, FolderKindJoinsTheSubPath)
     for (const auto& row : rows)
         EXPECT_EQ(row.expected, QM::FixSystemDir(static_cast<QM::FSD_DirType>(row.kind), row.sub))
             << "kind " << row.kind << ", sub-path " << row.sub;
-}
-
-// Macros in any case and other variables expand, stars go after; unknown references stay, and a
-// too long expansion is what the library's 1024-character buffer holds.
-TEST(PathMacros, TextExpandsMacrosAndEnvironmentVariables)
-{
+    // Macros in any case and other variables expand, stars go after; unknown references stay, and a
+    // too long expansion is what the library's 1024-character buffer holds.
     qmtest::EnvOverride mine(L"QMTEST_USERVAR", L"E:\\Mine");
     const CString tooLong = L"%INSTALLDIR%" + CString(L'a', 1020);
-    const struct { CString text, expected; } rows[] = {
+    const struct { CString text, expected; } texts[] = {
         {L"%workdir%Temp", Cad().Folder(L"Work\\W\\X\\Temp")},
         {L"%AcadDir%acad.exe", Cad().Folder(L"AutoCAD 2005\\acad.exe")},
         {L"%ACAD15DIR%Support;%acad14dir%Fonts;%INSTALLDIR%%LocalDir%",
@@ -44,7 +40,7 @@ TEST(PathMacros, TextExpandsMacrosAndEnvironmentVariables)
         {L"100%", L"100%"},   // "%NOSUCH%\\x" staying as written is the qmtool expand-unknown check
         {tooLong, (Cad().Folder(L"Suite\\") + CString(L'a', 1020)).Left(1023)},
     };
-    for (const auto& row : rows)
+    for (const auto& row : texts)
         EXPECT_EQ(row.expected, QM::FixSystemDir(row.text)) << row.text.Left(60).GetString();
 }
 

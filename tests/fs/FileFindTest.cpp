@@ -7,23 +7,14 @@
 
 namespace {
 
-class FileFindTest : public ::testing::Test
+TEST(FileFindTest, LoopSeesEveryEntryOnceWithItsParts)
 {
-protected:
-    void SetUp() override
-    {
-        dir.WriteFile(L"a.dwg", "a");
-        dir.WriteFile(L"b.tar.gz", "bb");
-        SetFileAttributesW(dir.WriteFile(L"ro.txt", "r"), FILE_ATTRIBUTE_READONLY);
-        CreateDirectoryW(dir.Path() + L"sub", nullptr);
-    }
-
     qmtest::TempDir dir;
+    dir.WriteFile(L"a.dwg", "a");
+    dir.WriteFile(L"b.tar.gz", "bb");
+    SetFileAttributesW(dir.WriteFile(L"ro.txt", "r"), FILE_ATTRIBUTE_READONLY);
+    CreateDirectoryW(dir.Path() + L"sub", nullptr);
     CFileFind finder;
-};
-
-TEST_F(FileFindTest, LoopSeesEveryEntryOnceWithItsParts)
-{
     std::multiset<std::wstring> names;
     BOOL more = finder.FindFile(dir.Path() + L"*.*");
     ASSERT_TRUE(more);
