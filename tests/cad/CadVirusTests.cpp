@@ -38,7 +38,7 @@ protected:
 };
 
 // The host's folder, the profile's support path, the work and install folders, then the latter's sub-folders.
-TEST_F(CadVirus, FoldersAreSearchedInOrder)
+TEST_F(CadVirus, FoldersAreSearchedInOrderAndOnlyAllFourWordsMakeAScriptHostile)
 {
     CStringArray folders;
     QM::GetCadVirusFolders(folders);
@@ -49,12 +49,8 @@ TEST_F(CadVirus, FoldersAreSearchedInOrder)
                                   L"Work\\W\\X\\", L"Suite\\", L"Suite\\Bin\\", L"Suite\\Support\\", L"Suite\\Sys\\"})
         expected.push_back(Cad().Folder(folder));
     EXPECT_EQ(expected, found);
-}
-
-// Only acad.lsp and acadapp.lsp (any case) with all four words are hostile; the loader rule looks
-// for lower-case words in an upper-cased line and never fires, which keeps the host's acadapp.lsp.
-TEST_F(CadVirus, OnlyAllFourWordsInAStartupScriptMakeItHostile)
-{
+    // Only acad.lsp and acadapp.lsp (any case) with all four words are hostile; the loader rule looks
+    // for lower-case words in an upper-cased line and never fires, which keeps the host's acadapp.lsp.
     const struct { const wchar_t* file; const char* text; bool hostile; } rows[] = {
         {L"Suite\\Bin\\acad.lsp", kHostile, true},           {L"Suite\\Support\\ACADAPP.LSP", kHostile, true},
         {L"Suite\\Sys\\acad.lsp", kThreeWords, false},       {L"Suite\\Support\\acadapp.lsp", kLoader, false},

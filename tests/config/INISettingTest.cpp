@@ -87,7 +87,7 @@ TEST_F(INISettingTest, OnlyABindReadsTheFileAndABindToAMissingFileKeepsTheOldVal
 
 // Empty keys or sections change nothing; a new key replaces the cached section until the next
 // bind; writes keep the caller's spelling; an unbound object writes no file.
-TEST_F(INISettingTest, WritesReachTheFileAndTheCache)
+TEST_F(INISettingTest, WritesReachTheFileAndTheCacheAndTooLargeFilesAreReported)
 {
     const CString path = Write(L"w.ini", L"[Software]\r\nA=1\r\nB=2\r\n[Other]\r\nC=3\r\n");
     const std::string before = qmtest::TempDir::ReadFile(path);
@@ -110,11 +110,8 @@ TEST_F(INISettingTest, WritesReachTheFileAndTheCache)
     INISetting unbound;
     EXPECT_FALSE(unbound.SetSetting(L"K", L"v", L"S"));
     EXPECT_EQ(unbound.GetSetting(L"K", L"def", L"S"), CString(L"v"));
-}
-
-TEST_F(INISettingTest, AFileTooLargeToListIsReportedAndTheOldValuesStay)
-{
-    INISetting ini(Write(L"a.ini", L"[S]\r\nK=kept\r\n"));
+    // A file too large to list is reported, and the old values stay.
+    INISetting kept(Write(L"a.ini", L"[S]\r\nK=kept\r\n"));
     // A sparse file: its size alone makes the section-name buffer impossible.
     const CString big = dir.Path() + L"big.ini";
     HANDLE file = CreateFileW(big, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
@@ -123,9 +120,9 @@ TEST_F(INISettingTest, AFileTooLargeToListIsReportedAndTheOldValuesStay)
     ASSERT_TRUE(sized);
 
     qmtest::MsgBoxWatcher watcher(qmtest::MsgBoxWatcher::Enter());
-    EXPECT_TRUE(ini.SetFilePath(big));
+    EXPECT_TRUE(kept.SetFilePath(big));
     EXPECT_EQ(watcher.Wait().text, CString(L"ini文件分配内存错！\n[1800000000]字节"));
-    EXPECT_EQ(ini.GetSetting(L"K", L"def", L"S"), CString(L"kept"));
+    EXPECT_EQ(kept.GetSetting(L"K", L"def", L"S"), CString(L"kept"));
 }
 
 TEST(ProcessSettingsTest, TheThreeObjectsAreDistinctAndProcessWide)

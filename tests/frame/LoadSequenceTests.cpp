@@ -71,10 +71,7 @@ TEST(LoadSequence, CadDialogSwitchFollowsTheExeDialogSwitch)
         EXPECT_EQ(lib.Switch("_Z16GetDSDialogToCADv"), row.dialogToCad);
         EXPECT_EQ(lib.Switch("_Z15GetDSMacroToCADv"), !row.dialogToCad);
     }
-}
-
-TEST(LoadSequence, CadMenuSettingsAreBoundInTheWorkFolder)
-{
+    // The CAD-menu settings are bound in the work folder.
     TempDir dir;
     const CString work = dir.Path() + L"work\\area";
     dir.WriteFile(L"INIT.ini",

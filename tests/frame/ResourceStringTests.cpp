@@ -2,7 +2,7 @@
 #include <QMUtil.h>
 #include <gtest/gtest.h>
 
-TEST(LoadStr, LibraryStringsLoadExactlyFromTheLibraryAlone)
+TEST(LoadStr, LibraryStringsComeFromTheLibraryAloneCallersFromTheApplicationFirst)
 {
     const struct { unsigned id; const wchar_t* text; } table[] = {
         {1, L"塔维提示！"},
@@ -23,12 +23,7 @@ TEST(LoadStr, LibraryStringsLoadExactlyFromTheLibraryAlone)
     EXPECT_EQ(text, CString(L"untouched"));
     EXPECT_EQ(QM::GetMsgBoxCaption(), CString(L"塔维提示！"));
     EXPECT_EQ(AfxGetResourceHandle(), before);
-}
-
-TEST(LoadStr, CallerLoadsSearchTheApplicationThenTheLibrary)
-{
     // The application's table comes first, then the library's (it joined the chain at load).
-    CString text;
     ASSERT_TRUE(text.LoadString(1));
     EXPECT_EQ(text, CString(L"调用者自己的标题"));
     ASSERT_TRUE(text.LoadString(3));

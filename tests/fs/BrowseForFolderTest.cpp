@@ -21,7 +21,7 @@ protected:
     const CString file = dir.WriteFile(L"a\\f.dwg", "f"), a = dir.Path() + L"a", b = a + L"\\b";
 };
 
-TEST_F(FolderDialogTest, GetDirFoldersOnlyHasNoCheckAndCancelRepeatsTheLastResult)
+TEST_F(FolderDialogTest, GetDirFoldersOnlyOrFilesAndCancelRepeatsTheLastResult)
 {
     // The title arrives in the process code page (936 in the test prefix).
     char title[64] = "";
@@ -38,10 +38,7 @@ TEST_F(FolderDialogTest, GetDirFoldersOnlyHasNoCheckAndCancelRepeatsTheLastResul
     FolderDialogWatcher watcher({a}, IDCANCEL);
     EXPECT_EQ(QM::GetDir(nullptr, 1, 0, "x"), b);
     EXPECT_TRUE(watcher.Wait().found);
-}
-
-TEST_F(FolderDialogTest, GetDirFilesAllowedOnlyFilesEnableOKAndTheFileIsReturned)
-{
+    // With files allowed only files enable OK, and the file is returned.
     for (unsigned int root : {0u, 1u}) {
         // Wine pumps messages while the first visit fills the tree: read the second round.
         FolderDialogWatcher watcher({file, b, a, file, b, file}, IDOK);

@@ -44,7 +44,7 @@ protected:
 };
 
 // An empty source or target copies nothing; qmtool says when the source is missing.
-TEST_F(CopyTest, NothingToCopy)
+TEST_F(CopyTest, CopiesTakeWhatTheyName)
 {
     EXPECT_TRUE(QM::CopyFiles(QM::CopyFilesStruct{L"", nullptr, target, nullptr, true, true}));
     EXPECT_TRUE(QM::CopyFiles(QM::CopyFilesStruct{source, nullptr, L"", nullptr, true, true}));
@@ -52,12 +52,8 @@ TEST_F(CopyTest, NothingToCopy)
     EXPECT_EQ(1, qmtest::RunQmtool(L"copy " + dir.Path() + L"none " + target, output));
     EXPECT_GE(output.Find(L"none does not exist"), 0) << output.GetString();
     EXPECT_FALSE(QM::IsExist(target));
-}
-
-// Files land in the source's last component (the first row's target ends in a separator); a list
-// is renamed as far as the name list reaches, and a recursive list copies sub-folders whole.
-TEST_F(CopyTest, ModesAndTreeCopiesCopyWhatTheyName)
-{
+    // Files land in the source's last component (the first row's target ends in a separator); a list
+    // is renamed as far as the name list reaches, and a recursive list copies sub-folders whole.
     using Files = std::vector<std::pair<const wchar_t*, const char*>>;
     const struct { bool recursive; std::vector<const wchar_t*> list, names; bool result; Files files; } rows[] = {
         {false, {}, {}, true, {{L"a.dwg", "A"}, {L"c.txt", "C"}, {L"ro.dwg", "R"}, {L"sub\\d.dwg", ""}}},
