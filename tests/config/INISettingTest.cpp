@@ -48,7 +48,7 @@ TEST_F(INISettingTest, LookUpsIgnoreCaseAnswerAsTheProfileReaderAndFallBackToThe
 }
 
 // A section without keys is never stored; a file of only such sections does not bind.
-TEST_F(INISettingTest, GetAllKeysAndValuesGivesUpperCaseKeysAndClearsTheArrays)
+TEST_F(INISettingTest, AllKeysComeUpperCasedAndOnlyABindReadsTheFile)
 {
     INISetting ini(Write(L"a.ini", L"[Empty]\r\n[S]\r\nalpha=1\r\nBeta=2\r\n颜色=红\r\n"));
     CStringArray keys, values;
@@ -67,12 +67,9 @@ TEST_F(INISettingTest, GetAllKeysAndValuesGivesUpperCaseKeysAndClearsTheArrays)
     }
     EXPECT_FALSE(ini.SetFilePath(Write(L"b.ini", L"[Empty]\r\n; nothing\r\n")));
     EXPECT_FALSE(ini.SetFilePath(Write(L"c.ini", L"")));
-}
-
-TEST_F(INISettingTest, OnlyABindReadsTheFileAndABindToAMissingFileKeepsTheOldValues)
-{
+    // Only a bind reads the file, and a bind to a missing file keeps the old values.
     const CString path = Write(L"a.ini", L"[S]\r\nK=old\r\n[Old]\r\nK=1\r\n");
-    INISetting ini(path);
+    ASSERT_TRUE(ini.SetFilePath(path));
     ASSERT_TRUE(WritePrivateProfileStringW(L"S", L"K", L"new", path));
     WritePrivateProfileStringW(nullptr, nullptr, nullptr, path);
     EXPECT_EQ(ini.GetSetting(L"K", L"", L"S"), CString(L"old"));

@@ -14,7 +14,7 @@ static auto* const g_cadEnvironment = ::testing::AddGlobalTestEnvironment(new qm
 namespace {
 
 // Only whether a company name is set counts; name and version are kept from the first use.
-TEST(SoftwareKey, CompanyWordDependsOnlyOnWhetherANameIsSetNameAndVersionOnFirstUse)
+TEST(SoftwareKey, CompanyWordNameVersionAndRootWordAndFoldersTrimmed)
 {
     EXPECT_EQ(CString(kSoftKey), QM::GetSoftRegItem());
     EXPECT_EQ(CString(L"QMTestSuite"), QM::RegItem());
@@ -25,11 +25,7 @@ TEST(SoftwareKey, CompanyWordDependsOnlyOnWhetherANameIsSetNameAndVersionOnFirst
     }
     EXPECT_EQ(CString(L"QMTestSuite"), QM::RegItem());
     EXPECT_EQ(CString(L"9.1"), QM::RegVer());
-}
-
-// "Name,HKCU" reads the user's hive; a name alone, or any other root word, the machine's.
-TEST(SoftwareKey, RootWordSelectsTheHiveAndFoldersAreTrimmed)
-{
+    // "Name,HKCU" reads the user's hive; a name alone, or any other root word, the machine's.
     CString dir;
     ASSERT_TRUE(QM::GetRegLocalDir(dir));   // "LocalDir,hkcu"
     EXPECT_EQ(Cad().Folder(L"Local\\"), dir);

@@ -21,7 +21,7 @@ protected:
     const CString file = dir.WriteFile(L"a\\f.dwg", "f"), a = dir.Path() + L"a", b = a + L"\\b";
 };
 
-TEST_F(FolderDialogTest, GetDirFoldersOnlyOrFilesAndCancelRepeatsTheLastResult)
+TEST_F(FolderDialogTest, GetDirFoldersOnlyOrFilesAndGetDirFormShell)
 {
     // The title arrives in the process code page (936 in the test prefix).
     char title[64] = "";
@@ -48,10 +48,7 @@ TEST_F(FolderDialogTest, GetDirFoldersOnlyOrFilesAndCancelRepeatsTheLastResult)
         EXPECT_EQ(std::vector<bool>({seen.steps[2].okEnabled, seen.steps[3].okEnabled, seen.steps[4].okEnabled}),
                   std::vector<bool>({false, true, false})) << "folder, file, folder; root " << root;
     }
-}
-
-TEST_F(FolderDialogTest, GetDirFormShellEndsInOneBackslashAndCancelKeepsThePath)
-{
+    // GetDirFormShell ends in one backslash, and a cancel keeps the path.
     const struct { const char* row; CString select; int button; bool ok; CString path; } rows[] = {
         {"folder", b, IDOK, true, b + L"\\"}, {"drive root", L"C:\\", IDOK, true, L"C:\\"},
         {"cancel", a, IDCANCEL, false, L"unchanged"}};

@@ -32,7 +32,7 @@ protected:
     qmtest::TempDir dir;
 };
 
-TEST_F(PathOnDiskTest, IsExistFindsFilesAndEmptyFoldersWithOrWithoutSeparatorAndLongPaths)
+TEST_F(PathOnDiskTest, IsExistIsDirReadOnlyAndMkMDirOnRealFoldersLongPathsIncluded)
 {
     ASSERT_TRUE(CreateDirectoryW(dir.Path() + L"empty", nullptr));
     const CString file = dir.WriteFile(L"a.dwg", "x");
@@ -52,26 +52,23 @@ TEST_F(PathOnDiskTest, IsExistFindsFilesAndEmptyFoldersWithOrWithoutSeparatorAnd
     EXPECT_TRUE(QM::IsExist(deep));
     EXPECT_FALSE(QM::DeleteTree(deep, false));
     EXPECT_TRUE(QM::IsExist(deep));
-}
-
-TEST_F(PathOnDiskTest, IsDirReadOnlyProbesWithoutLeavingTheProbeAndMkMDirMakesTrees)
-{
+    // IsDirReadOnly probes without leaving the probe.
     EXPECT_FALSE(QM::IsDirReadOnly(dir.Path()));
     CFileFind probe;
     EXPECT_FALSE(probe.FindFile(dir.Path() + L"*.$$$")) << "probe file left behind";
     EXPECT_TRUE(QM::IsDirReadOnly(dir.Path() + L"missing\\"));
     // MkMDir creates every missing level but refuses roots, over-long names and files in the way.
-    const CString deep = dir.Path() + L"a\\b\\c";
-    EXPECT_TRUE(QM::MkMDir(deep) && QM::MkMDir(deep + L"\\d\\") && QM::MkMDir(deep));   // an existing tree is fine
-    EXPECT_TRUE(QM::IsExist(deep + L"\\d\\"));
+    const CString tree = dir.Path() + L"a\\b\\c";
+    EXPECT_TRUE(QM::MkMDir(tree) && QM::MkMDir(tree + L"\\d\\") && QM::MkMDir(tree));   // an existing tree is fine
+    EXPECT_TRUE(QM::IsExist(tree + L"\\d\\"));
     for (const wchar_t* root : {L"C:\\", L"C:", L"\\\\srv\\share\\", L"\\\\srv\\"})
         EXPECT_FALSE(QM::MkMDir(root)) << root;
     EXPECT_FALSE(QM::MkMDir(dir.Path() + CString(L'z', 300)));
 
-    const CString file = dir.WriteFile(L"f", "keep");
-    EXPECT_FALSE(QM::MkMDir(file + L"\\g\\h"));
-    EXPECT_EQ(qmtest::TempDir::ReadFile(file), "keep");
-    EXPECT_EQ(GetFileAttributesW(file + L"\\g"), INVALID_FILE_ATTRIBUTES);
+    const CString inTheWay = dir.WriteFile(L"f", "keep");
+    EXPECT_FALSE(QM::MkMDir(inTheWay + L"\\g\\h"));
+    EXPECT_EQ(qmtest::TempDir::ReadFile(inTheWay), "keep");
+    EXPECT_EQ(GetFileAttributesW(inTheWay + L"\\g"), INVALID_FILE_ATTRIBUTES);
 }
 
 }  // namespace
