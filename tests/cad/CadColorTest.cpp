@@ -20,7 +20,7 @@ unsigned long HueEntry(int index)
     return RGB(rgb[sector][0], rgb[sector][1], rgb[sector][2]);
 }
 
-TEST(CadColorTable, NamedColoursHueGroupsAndGreys)
+TEST(CadColor, TableAndSearchesWithTheirTieBreaks)
 {
     const unsigned long named[10] = {0x000000, 0x0000FF, 0x00FFFF, 0x00FF00, 0xFFFF00,
                                      0xFF0000, 0xFF00FF, 0xFFFFFF, 0x808080, 0xC0C0C0};
@@ -29,10 +29,6 @@ TEST(CadColorTable, NamedColoursHueGroupsAndGreys)
         EXPECT_EQ(QM::CADColorIndexToRGB(i), i < 10 ? named[i] : i < 250 ? HueEntry(i) : greys[i - 250]) << i;
     for (int outside : {256, -1, INT_MIN})
         EXPECT_EQ(QM::CADColorIndexToRGB(outside), 0xFFFFFFFFul) << outside;
-}
-
-TEST(CadColorSearch, NearestTiesKeepTheLowerIndexIndexZeroNeverComesOutExactGivesTheFirstEqual)
-{
     const struct { long r, g, b; int expected; } rows[] = {
         {255, 0, 0, 1}, {255, 255, 255, 7}, {255, 255, 0, 2}, {128, 128, 128, 8},
         {0, 0, 0, 18}, {1000, -50, -50, 1}};   // black is index 0, which the search skips; no clamping

@@ -41,7 +41,7 @@ protected:
     qmtest::RegGuard guard{HKEY_CURRENT_USER, kPath};
 };
 
-TEST_F(RegStrTest, SetCreatesMissingKeysAndWritesANulTerminatedStringButNotANull)
+TEST_F(RegStrTest, SetWritesANulTerminatedStringGetTakes2047CharactersOfAnyType)
 {
     EXPECT_TRUE(QM::SetRegStr(root, Sub(L"A\\B\\C"), L"WorkDir", L"D:\\塔维\\"));
     DWORD type = 0;
@@ -51,12 +51,8 @@ TEST_F(RegStrTest, SetCreatesMissingKeysAndWritesANulTerminatedStringButNotANull
     EXPECT_EQ(Read(L"A\\B\\C", L"WorkDir"), Utf16(L""));
     EXPECT_FALSE(QM::SetRegStr(root, Sub(L"New"), L"Name", nullptr));   // the key is made, nothing written
     EXPECT_EQ(Read(L"New", L"Name"), "<missing>");
-}
-
-// Up to 2047 characters of any type are read to the first NUL, never expanded; longer or missing
-// values fail and leave the output alone.
-TEST_F(RegStrTest, GetTakes2047CharactersOfAnyTypeToTheFirstNul)
-{
+    // Up to 2047 characters of any type are read to the first NUL, never expanded; longer or missing
+    // values fail and leave the output alone.
     const CString fits(L'x', 2047), tooLong(L'y', 2048);
     const struct { DWORD type; const wchar_t* data; DWORD chars; bool ok; const wchar_t* expected; } rows[] = {
         {REG_SZ, fits, 2048, true, fits}, {REG_SZ, tooLong, 2049, false, L"before"},

@@ -134,7 +134,7 @@ TEST(LastError, BoxShowsTheThreadsLastErrorText)
     EXPECT_EQ(shown.Trim(), CString(expected).Trim());
 }
 
-TEST(DebugSwitches, SetsLastForTheProcessAndNeverReachTheFile)
+TEST(DebugSwitches, SetsLastForTheProcessAndNeverReachTheFileVersionTextKeepsItsBlanks)
 {
     qmtest::TempDir dir;
     const CString ini = dir.WriteFile(L"INIT.ini", "[Debug]\r\nFormatLspList=0\r\n");
@@ -148,10 +148,7 @@ TEST(DebugSwitches, SetsLastForTheProcessAndNeverReachTheFile)
     SetDSFormatLspList(false);
 
     QM::CInitSetting().SetFilePath(previous);
-}
-
-TEST(Version, TextKeepsTheBlanksInsideTheBrackets)
-{
+    // The version text keeps the blanks inside its brackets.
     const CString version = QM::GetLibVersionNumber();
     EXPECT_EQ(version.Left(35), CString(L"[ 1.42 ]-[ 2012/09/18 02:56:06 ]-[ "));
     EXPECT_EQ(version.Right(2), CString(L" ]"));

@@ -134,7 +134,7 @@ TEST_F(FolderDialogTest, CopyGetsTheCallbacksAndTitlesComeFromStringResources)
     EXPECT_EQ(CBrowseForFolder(nullptr, nullptr, 1).GetTitle(), CString(L"塔维提示！"));
 }
 
-TEST_F(FolderDialogTest, ItemWithoutPathLeavesItsDisplayName)
+TEST_F(FolderDialogTest, ItemWithoutPathLeavesNoPathAndDestinationOpensAtTheInitialFolder)
 {
     CBrowseForFolder dlg(nullptr, nullptr, CString());
     FolderDialogWatcher watcher({L"::{20D04FE0-3AEA-1069-A2D8-08002B30309D}"}, IDOK);
@@ -142,10 +142,7 @@ TEST_F(FolderDialogTest, ItemWithoutPathLeavesItsDisplayName)
     EXPECT_TRUE(watcher.Wait().found);
     // Confirmed, so true; what stays is the display name (Wine leaves it empty), never a path.
     EXPECT_EQ(dlg.GetSelectedFolder().Find(L'\\'), -1);
-}
-
-TEST_F(FolderDialogTest, DestinationOpensAtTheInitialFolderAndShowsTheSelection)
-{
+    // A destination opens at the initial folder and shows the selection.
     const struct { CString initial; std::vector<CString> select; } rows[] = {{a, {b}}, {b, {}}};
     for (const auto& row : rows) {
         CSBDestination dlg(nullptr, 1);

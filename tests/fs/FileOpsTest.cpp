@@ -44,7 +44,7 @@ protected:
 };
 
 // An empty source or target copies nothing; qmtool says when the source is missing.
-TEST_F(CopyTest, CopiesTakeWhatTheyName)
+TEST_F(CopyTest, CopiesTakeWhatTheyNameAndAskOnlyWhenTheyMayNotOverwrite)
 {
     EXPECT_TRUE(QM::CopyFiles(QM::CopyFilesStruct{L"", nullptr, target, nullptr, true, true}));
     EXPECT_TRUE(QM::CopyFiles(QM::CopyFilesStruct{source, nullptr, L"", nullptr, true, true}));
@@ -77,10 +77,8 @@ TEST_F(CopyTest, CopiesTakeWhatTheyName)
     EXPECT_EQ(Read(L"ro.dwg"), "R");
     EXPECT_EQ(Read(L"sub\\deeper\\e.dwg"), "E");
     EXPECT_TRUE(GetFileAttributesW(copied + L"ro.dwg") & FILE_ATTRIBUTE_READONLY);
-}
-
-TEST_F(CopyTest, EveryModeAsksOnlyWhenItMayNotOverwriteAnOldFile)
-{
+    // Every mode asks only when it may not overwrite an old file.
+    copied = target + L"\\Sym\\";
     const struct { const char* name; bool list, recursive; } modes[] = {
         {"list flat", true, false}, {"whole flat", false, false},
         {"list recursive", true, true}, {"whole recursive", false, true}};

@@ -26,14 +26,9 @@ TEST(PathPartsTest, SplitsIntoNameTitleExtensionAndFolder)
     EXPECT_TRUE(QM::IsNULL(nullptr) && QM::IsNULL(L"") && !QM::IsNULL(L" "));
 }
 
-class PathOnDiskTest : public ::testing::Test
+TEST(PathOnDiskTest, IsExistIsDirReadOnlyAndMkMDirOnRealFoldersLongPathsIncluded)
 {
-protected:
     qmtest::TempDir dir;
-};
-
-TEST_F(PathOnDiskTest, IsExistIsDirReadOnlyAndMkMDirOnRealFoldersLongPathsIncluded)
-{
     ASSERT_TRUE(CreateDirectoryW(dir.Path() + L"empty", nullptr));
     const CString file = dir.WriteFile(L"a.dwg", "x");
     const struct { CString path; bool exists; } rows[] = {
