@@ -68,7 +68,7 @@ TEST(CadFolders, FirstCandidateProductWithTheExecutableWins)
     EXPECT_EQ(Cad().Folder(L"AutoCAD 2005\\"), dir);
 }
 
-TEST(CadFolders, ReleaseFoldersEndInOneBackslashAndOnlyTheMapOneNeedsCurVer)
+TEST(CadFolders, ReleaseFoldersEndInOneBackslashOnlyTheMapOneNeedsCurVerProfileKeyKeepsItsDoubledOne)
 {
     const struct { bool (*get)(CString&); const wchar_t* folder; } rows[] = {
         {QM::GetAcadR15Path, L"AutoCAD 2002\\"}, {QM::GetAcadMapPath, L"AutoCAD 2002\\"},
@@ -84,10 +84,7 @@ TEST(CadFolders, ReleaseFoldersEndInOneBackslashAndOnlyTheMapOneNeedsCurVer)
     EXPECT_FALSE(QM::GetAcadMapPath(dir));
     ASSERT_TRUE(QM::GetAcadR15Path(dir));
     EXPECT_EQ(Cad().Folder(L"AutoCAD 2002\\"), dir);
-}
-
-TEST(CadFolders, ActiveProfileKeyKeepsTheDoubledBackslash)
-{
+    // The active profile's key keeps the doubled backslash.
     CString key, name;
     ASSERT_TRUE(QM::GetCADCurConfigName(key, name));
     EXPECT_EQ(CString(qmtest::kProfileKey), key);

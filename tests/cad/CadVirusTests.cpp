@@ -38,7 +38,7 @@ protected:
 };
 
 // The host's folder, the profile's support path, the work and install folders, then the latter's sub-folders.
-TEST_F(CadVirus, FoldersAreSearchedInOrderAndOnlyAllFourWordsMakeAScriptHostile)
+TEST_F(CadVirus, FoldersAreSearchedInOrderHostileScriptsFoundDeletedOrListed)
 {
     CStringArray folders;
     QM::GetCadVirusFolders(folders);
@@ -58,11 +58,7 @@ TEST_F(CadVirus, FoldersAreSearchedInOrderAndOnlyAllFourWordsMakeAScriptHostile)
     };
     for (const auto& row : rows)
         EXPECT_EQ(row.hostile, QM::IsCadVirusFile(Write(row.file, row.text))) << row.file;
-}
-
-// Hostile scripts are deleted, read-only ones too; those that cannot be are listed in one message.
-TEST_F(CadVirus, HostileScriptsAreDeletedAndTheRestListed)
-{
+    // Hostile scripts are deleted, read-only ones too; those that cannot be are listed in one message.
     const CString hostile = Write(L"AutoCAD 2005\\Support\\acad.lsp", kHostile);
     const CString readOnly = Write(L"Suite\\Bin\\acadapp.lsp", kHostile);
     SetFileAttributesW(readOnly, FILE_ATTRIBUTE_READONLY);

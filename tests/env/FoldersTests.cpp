@@ -47,7 +47,7 @@ TEST(SoftwareKey, CompanyWordNameVersionAndRootWordAndFoldersTrimmed)
 }
 
 // The work folder is never cached, and written as given; the shared CAD folder has no trailing backslash.
-TEST(Folders, WorkFolderIsCreatedWrittenAsGivenAndReadAfresh)
+TEST(Folders, WorkFolderIsCreatedWrittenAsGivenAndReadAfreshPathVariableCutAsText)
 {
     qmtest::RemoveTree(Cad().Folder(L"Work"));
     CString dir;
@@ -66,6 +66,22 @@ TEST(Folders, WorkFolderIsCreatedWrittenAsGivenAndReadAfresh)
     expected.TrimRight(L'\\');
     ASSERT_TRUE(QM::GetQMCommonFilesDir(dir));
     EXPECT_EQ(expected + L"\\Tarvel Shared\\CAD", dir);
+    // Added folders are cut from the upper-cased variable as plain text (even out of a longer
+    // name) and appended; only doubled separators are mended, so a hole left at the front stays.
+    CString longPath;   // longer than the first buffer the library reads into
+    for (int i = 0; i < 500; ++i)
+        longPath.AppendFormat(L"C:\\F%04d;", i);
+    const struct { CString path; const wchar_t* added; CString expected; } rows[] = {
+        {L"C:\\TOOLS;C:\\WIN", L"c:\\tools;", L";C:\\WIN;C:\\TOOLS"},
+        {L"C:\\WIN;C:\\TOOLS", L"c:\\tools;", L"C:\\WIN;C:\\TOOLS"},
+        {L"c:\\toolset;C:\\Win", L"C:\\Tools;D:\\Bin", L"ET;C:\\WIN;C:\\TOOLS;D:\\BIN"},
+        {longPath, L"D:\\Bin", longPath + L"D:\\BIN"},
+    };
+    for (const auto& row : rows) {
+        qmtest::EnvOverride path(L"Path", row.path);
+        ASSERT_TRUE(QM::AddPathEnvironmentVariable(row.added));
+        EXPECT_EQ(row.expected, qmtest::GetEnv(L"Path")) << row.added << " added to " << row.path.Left(40).GetString();
+    }
 }
 
 // In a fresh process: blanks and backslashes are no folder, a missing one is looked up again, a found one kept.
@@ -104,26 +120,6 @@ TEST(FoldersChild, OnlyASuccessfulLookUpIsCached)
 TEST(FoldersInFreshProcess, OnlyASuccessfulLookUpIsCached)
 {
     EXPECT_EQ(0, qmtest::RunInChild("FoldersChild.OnlyASuccessfulLookUpIsCached", kChildIni));
-}
-
-// Added folders are cut from the upper-cased variable as plain text (even out of a longer
-// name) and appended; only doubled separators are mended, so a hole left at the front stays.
-TEST(PathVariable, AddedFoldersAreCutAsTextAndAppended)
-{
-    CString longPath;   // longer than the first buffer the library reads into
-    for (int i = 0; i < 500; ++i)
-        longPath.AppendFormat(L"C:\\F%04d;", i);
-    const struct { CString path; const wchar_t* added; CString expected; } rows[] = {
-        {L"C:\\TOOLS;C:\\WIN", L"c:\\tools;", L";C:\\WIN;C:\\TOOLS"},
-        {L"C:\\WIN;C:\\TOOLS", L"c:\\tools;", L"C:\\WIN;C:\\TOOLS"},
-        {L"c:\\toolset;C:\\Win", L"C:\\Tools;D:\\Bin", L"ET;C:\\WIN;C:\\TOOLS;D:\\BIN"},
-        {longPath, L"D:\\Bin", longPath + L"D:\\BIN"},
-    };
-    for (const auto& row : rows) {
-        qmtest::EnvOverride path(L"Path", row.path);
-        ASSERT_TRUE(QM::AddPathEnvironmentVariable(row.added));
-        EXPECT_EQ(row.expected, qmtest::GetEnv(L"Path")) << row.added << " added to " << row.path.Left(40).GetString();
-    }
 }
 
 }  // namespace
