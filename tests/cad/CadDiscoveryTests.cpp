@@ -13,7 +13,7 @@ namespace {
 
 const wchar_t kR150[] = L"Software\\Autodesk\\AutoCAD\\R15.0", kR140[] = L"Software\\Autodesk\\AutoCAD\\R14.0";
 
-TEST(CadRelease, SettingGivesTheKeysAndTheReleaseTests)
+TEST(CadRelease, SettingGivesTheKeysAndTheReleaseTestsAndTheFirstCandidateWithTheExecutableWins)
 {
     const struct { const wchar_t *setting, *key, *version; bool r14, r15; } rows[] = {
         {L"16.1", qmtest::kR161, L"16.1", false, false}, {L"15", kR150, L"15", false, true},
@@ -39,12 +39,8 @@ TEST(CadRelease, SettingGivesTheKeysAndTheReleaseTests)
     EXPECT_EQ(CString(kR140) + L"\\ACAD-1:409\\", out);
     out = L"\\NoSuchKey";
     EXPECT_FALSE(QM::GetRegPos(HKEY_LOCAL_MACHINE, L"CurVer", out, kR140));
-}
-
-// Candidates: the user's CurVer, the machine's, then every product; the first with the executable
-// wins; the server's registration is the last resort.
-TEST(CadFolders, FirstCandidateProductWithTheExecutableWins)
-{
+    // Candidates: the user's CurVer, the machine's, then every product; the first with the executable
+    // wins; the server's registration is the last resort.
     CString dir;
     ASSERT_TRUE(QM::GetAcadPath(dir));
     EXPECT_EQ(Cad().Folder(L"AutoCAD 2005\\"), dir);

@@ -115,7 +115,7 @@ TEST_F(TraceTest, DebugBoxesTraceByTheirSwitches)
 }
 
 // Only the box form shows a box.
-TEST(LastError, BoxShowsTheThreadsLastErrorText)
+TEST(LastError, BoxShowsTheThreadsLastErrorTextSwitchesStayInTheProcessVersionKeepsBlanks)
 {
     MsgBoxWatcher none(MsgBoxWatcher::Press(IDOK), nullptr, 500);
     ShowLastErrorMessage(ERROR_ACCESS_DENIED, nullptr);
@@ -132,10 +132,7 @@ TEST(LastError, BoxShowsTheThreadsLastErrorText)
     EXPECT_EQ(seen.icon, static_cast<UINT>(MB_ICONINFORMATION));
     CString shown = seen.text;
     EXPECT_EQ(shown.Trim(), CString(expected).Trim());
-}
-
-TEST(DebugSwitches, SetsLastForTheProcessAndNeverReachTheFileVersionTextKeepsItsBlanks)
-{
+    // Debug switches set last for the process and never reach the file.
     qmtest::TempDir dir;
     const CString ini = dir.WriteFile(L"INIT.ini", "[Debug]\r\nFormatLspList=0\r\n");
     const CString previous = QM::CInitSetting().GetFilePath();

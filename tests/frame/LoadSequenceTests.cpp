@@ -29,7 +29,7 @@ const char kSys[] = "_ZN2QM14SysINIFilePathEv", kUser[] = "_ZN2QM15UserINIFilePa
 
 // Sys\INIT.ini wins over the one beside the library; paths pass through macro expansion; what
 // is not set keeps its default (only DialogToEXE is on).
-TEST(LoadSequence, StartupFileAndItsPaths)
+TEST(LoadSequence, StartupFileItsPathsAndSwitches)
 {
     const struct { const char *sysFolderIni, *besideIni; const wchar_t* bound; CString sys, user; } rows[] = {
         {"[IniFilePath]\r\nSYS=sys-from-Sys.ini\r\nUser=%QMTEST_USER%\\u.ini\r\n",
@@ -56,14 +56,11 @@ TEST(LoadSequence, StartupFileAndItsPaths)
         EXPECT_TRUE(lib.Switch("_Z16GetDSDialogToEXEv"));
         EXPECT_FALSE(lib.Switch("_Z15GetDSMacroToEXEv") || lib.Switch("_Z21GetDSCommandLineToEXEv"));
     }
-}
-
-TEST(LoadSequence, CadDialogSwitchFollowsTheExeDialogSwitch)
-{
-    const struct { const char* ini; bool dialogToCad; } rows[] = {
+    // The CAD dialog switch follows the EXE dialog switch.
+    const struct { const char* ini; bool dialogToCad; } switches[] = {
         {"[Debug]\r\nDialogToEXE=0\r\nDialogToCAD=1\r\nMacroToCAD=1\r\n", false},
         {"[Debug]\r\nDialogToEXE=1\r\nDialogToCAD=0\r\n", true}};
-    for (const auto& row : rows) {
+    for (const auto& row : switches) {
         TempDir dir;
         dir.WriteFile(L"INIT.ini", row.ini);
         LoadedLibrary lib(dir);

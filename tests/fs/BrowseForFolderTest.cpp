@@ -4,7 +4,6 @@
 #include "support/FolderDialogWatcher.h"
 #include "support/TempDir.h"
 
-#include <string>
 #include <vector>
 
 namespace {
