@@ -8,10 +8,7 @@
 namespace {
 
 // The bytes of a REG_SZ holding `text`, its NUL included.
-std::string Utf16(const std::wstring& text)
-{
-    return std::string(reinterpret_cast<const char*>(text.c_str()), (text.size() + 1) * sizeof(wchar_t));
-}
+std::string Utf16(const std::wstring& s) { return std::string(reinterpret_cast<const char*>(s.c_str()), (s.size() + 1) * 2); }
 
 // Values are prepared and checked with the registry's own calls, never the code under test.
 class RegStrTest : public ::testing::Test
