@@ -1,5 +1,4 @@
-// CadAutomationTests.cpp - the host's folder through its automation server,
-// against a server played by this test process.
+// CadAutomationTests.cpp - the host's folder asked of its automation server (played by this process).
 #include <QMUtil.h>
 #include <gtest/gtest.h>
 
@@ -16,9 +15,8 @@ namespace {
 
 const wchar_t kProgId[] = L"AutoCAD.Application.16.1";   // the configured release
 
-// The stored folder is a product folder without the executable (the host
-// was moved), so a lookup asks the server unless it stores a better one.
-// The server saves into the user's temporary folder, a fresh one per test.
+// The stored folder lacks the executable (the host was moved), so a lookup asks the
+// server, which saves into the user's temporary folder (a fresh one per test).
 class CadAutomation : public ::testing::Test
 {
 protected:
@@ -27,15 +25,9 @@ protected:
         m_hostDir.WriteFile(L"CAD 主程序\\acad.exe", "MZ");
         m_host.folder = m_hostDir.Path() + L"CAD 主程序";   // no trailing backslash, like the host
     }
-    // The stored folder, as the settings cache and as the file hold it.
     static CString Stored() { return QM::CInitSetting().GetSetting(L"CADPathNameCOM", L"<none>", L"CADCmdLine"); }
-    static CString StoredInFile()
-    {
-        wchar_t text[1024] = {};
-        GetPrivateProfileStringW(L"CADCmdLine", L"CADPathNameCOM", L"<none>", text, ARRAYSIZE(text),
-                                 QM::CInitSetting().GetFilePath());
-        return text;
-    }
+    static CString StoredInFile() { return qmtest::Profile(L"CADCmdLine", L"CADPathNameCOM", IniPath()); }
+    static CString IniPath() { return QM::CInitSetting().GetFilePath(); }
     std::vector<CString> AllCalls() const
     {
         return {L"get Application.ActiveDocument", L"call Document.SaveAs(\"" + m_userTemp.Path() + L"QmSaved.dwg\")",
@@ -48,8 +40,11 @@ protected:
     qmtest::FakeCadBehaviour m_host;
 };
 
+// A first stored folder is a new key: the cache forgets the section's other keys, the file keeps
+// them. Once stored, the executable is where the folder says: no second trip.
 TEST_F(CadAutomation, ServerFolderIsUsedAndRemembered)
 {
+    SettingOverride none(L"CADPathNameCOM", nullptr, L"CADCmdLine");
     FakeCadServer server(kProgId, m_host);
     ASSERT_TRUE(server.Registered());
     CString dir, exe;
@@ -59,44 +54,28 @@ TEST_F(CadAutomation, ServerFolderIsUsedAndRemembered)
     EXPECT_EQ(AllCalls(), server.Calls());
     EXPECT_EQ(m_host.folder, Stored());
     EXPECT_EQ(m_host.folder, StoredInFile());
-
-    // The executable is where the stored folder says: no second trip.
-    CString dir2, exe2;
-    ASSERT_TRUE(QM::GetCADPath_I(dir2, exe2));
-    EXPECT_EQ(dir, dir2);
-    EXPECT_EQ(exe, exe2);
+    EXPECT_EQ(CString(), QM::GetStartupAcadVer());
+    EXPECT_EQ(CString(L"16.1"), qmtest::Profile(L"CADCmdLine", L"ACADVer", IniPath()));
+    QM::CInitSetting().SetFilePath(IniPath());
+    CString again;
+    ASSERT_TRUE(QM::GetCADPath_I(again, exe));
+    EXPECT_EQ(dir, again);
     EXPECT_EQ(3u, server.Calls().size());
 }
 
-// A first lookup on a machine that never stored a folder: the new key makes
-// the cache forget the section's other keys until the file is bound again,
-// while the file keeps them.
-TEST_F(CadAutomation, FirstStoredFolderIsCachedAsAnyNewKey)
-{
-    SettingOverride none(L"CADPathNameCOM", nullptr, L"CADCmdLine");
-    FakeCadServer server(kProgId, m_host);
-    CString dir, exe;
-    ASSERT_TRUE(QM::GetCADPath_I(dir, exe));
-    EXPECT_EQ(m_host.folder, Stored());
-    EXPECT_EQ(CString(), QM::GetStartupAcadVer());
-    wchar_t release[16] = {};
-    GetPrivateProfileStringW(L"CADCmdLine", L"ACADVer", L"", release, ARRAYSIZE(release),
-                             QM::CInitSetting().GetFilePath());
-    EXPECT_EQ(CString(L"16.1"), CString(release));
-}
-
-// A drawing that cannot be saved, or a host whose drawing has no SaveAs,
-// still gives the folder; without a server there is nothing, and nothing
-// is written.
+// A failed save, a missing SaveAs, or a release in braces naming the server's class id still give
+// the folder; no server gives nothing and writes nothing.
 TEST_F(CadAutomation, FailedSaveStillGivesTheFolderNoServerGivesNothing)
 {
-    const struct { HRESULT saveError; bool hasSaveAs; const wchar_t* saveCall; } rows[] = {
-        {HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED), true, nullptr}, {S_OK, false, L"unknown Document.SaveAs"}};
+    const struct { HRESULT saveError; bool hasSaveAs, byClassId; const wchar_t* saveCall; } rows[] = {
+        {HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED), true, false, nullptr},
+        {S_OK, false, false, L"unknown Document.SaveAs"}, {S_OK, true, true, nullptr}};
     for (const auto& row : rows) {
         SettingOverride stored(L"CADPathNameCOM", Cad().Folder(L"AutoCAD 2005 EN"), L"CADCmdLine");
         m_host.saveError = row.saveError;
         m_host.hasSaveAs = row.hasSaveAs;
-        FakeCadServer server(kProgId, m_host);
+        FakeCadServer server(row.byClassId ? nullptr : kProgId, m_host);
+        SettingOverride release(L"ACADVer", row.byClassId ? server.ClassIdText().GetString() : L"16.1", L"CADCmdLine");
         CString dir, exe;
         EXPECT_TRUE(QM::GetCADPath_I(dir, exe));
         EXPECT_EQ(m_host.folder + L"\\", dir);
@@ -113,16 +92,6 @@ TEST_F(CadAutomation, FailedSaveStillGivesTheFolderNoServerGivesNothing)
     EXPECT_EQ(Cad().Folder(L"AutoCAD 2005 EN"), StoredInFile());
 }
 
-TEST_F(CadAutomation, ReleaseInBracesIsTheServersClassId)
-{
-    FakeCadServer server(nullptr, m_host);
-    SettingOverride release(L"ACADVer", server.ClassIdText(), L"CADCmdLine");
-    CString dir, exe;
-    ASSERT_TRUE(QM::GetCADPath_I(dir, exe));
-    EXPECT_EQ(m_host.folder + L"\\", dir);
-    EXPECT_EQ(AllCalls(), server.Calls());
-}
-
 std::function<void(UINT)> g_onAppMessage;
 
 LRESULT CALLBACK CallerWindow(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
@@ -133,14 +102,11 @@ LRESULT CALLBACK CallerWindow(HWND window, UINT message, WPARAM wParam, LPARAM l
     return 0;
 }
 
-// The lookup runs from a command handler while another message waits: it,
-// and one arriving while the server works, are dispatched before the server
-// answers (which it holds back for five seconds at most).
+// Run from a command handler, the lookup dispatches a waiting message and one posted while the
+// server works before the server answers (held back five seconds at most).
 TEST_F(CadAutomation, CallerKeepsDispatchingItsMessages)
 {
-    WNDCLASSW windowClass = {};
-    windowClass.lpfnWndProc = CallerWindow;
-    windowClass.lpszClassName = L"QMTestAutomationCaller";
+    const WNDCLASSW windowClass{0, CallerWindow, 0, 0, nullptr, nullptr, nullptr, nullptr, nullptr, L"QMTestAutomationCaller"};
     RegisterClassW(&windowClass);
     const HWND window = CreateWindowExW(0, windowClass.lpszClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                                         nullptr, nullptr);
@@ -178,8 +144,7 @@ TEST_F(CadAutomation, CallerKeepsDispatchingItsMessages)
     EXPECT_TRUE(fromServerBeforeSaved);
 }
 
-// The user closes the main window while the lookup runs: the quit is left
-// for the caller's own loop, with its code.
+// A quit posted while the lookup runs is left for the caller's own loop.
 TEST_F(CadAutomation, QuitDuringTheLookupReachesTheCallersLoop)
 {
     FakeCadServer server(kProgId, m_host);

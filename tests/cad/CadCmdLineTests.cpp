@@ -1,5 +1,4 @@
-// CadCmdLineTests.cpp - the host's "/s" list merged from the suite's
-// folders and the active profile's support path.
+// CadCmdLineTests.cpp - the host's "/s" list from the suite's folders and the profile's support path.
 #include <QMUtil.h>
 #include <gtest/gtest.h>
 
@@ -9,16 +8,11 @@ using qmtest::Cad;
 
 namespace {
 
-// Only ";"-terminated pieces of the profile's list count, and a piece the
-// merged text already contains (in any case, even as part of a longer
-// folder) is not added again.
+// Only ";"-terminated pieces of the profile's list count, and a piece already in the merged
+// text (in any case, even inside a longer folder) is not added again.
 TEST(CadCmdLine, ProfileListIsMergedAfterTheSuiteFolders)
 {
-    const struct Row
-    {
-        const wchar_t *key, *setting, *profileList;
-        CString expected;
-    } rows[] = {
+    const struct Row { const wchar_t *key, *setting, *profileList; CString expected; } rows[] = {
         {L"NoLogo", L"1", L"C:\\A;C:\\B;", L"/s \"C:\\A;C:\\B\" /nologo"},
         {L"NoLogo", L"1", L"C:\\A;C:\\B", L"/s \"C:\\A\" /nologo"},
         {L"NoLogo", L"1", L"C:\\A", L"/s \"\" /nologo"},

@@ -1,5 +1,4 @@
-// INISettingTest.cpp - the settings cache: what it answers from memory, when
-// it reads the file again, and what reaches the file.
+// INISettingTest.cpp - the settings cache: what it answers, when it re-reads, what reaches the file.
 #include "TestText.h"
 #include "support/MsgBoxWatcher.h"
 #include "support/TempDir.h"
@@ -23,12 +22,14 @@ protected:
     qmtest::TempDir dir;
 };
 
-TEST_F(INISettingTest, LookUpsIgnoreCaseAtAnyNameLengthAndFallBackToTheDefault)
+TEST_F(INISettingTest, LookUpsIgnoreCaseAnswerAsTheProfileReaderAndFallBackToTheDefault)
 {
     // Names of 64 characters and more are upper-cased apart from the short ones.
     const std::wstring longSection(70, L's'), longKey = std::wstring(63, L'k') + L"tail";
-    INISetting ini(Write(L"a.ini", L"[Precision]\r\nZERO=0.001\r\nEmpty=\r\n[图层]\r\n颜色=红色\r\n"
-                                   L"[" + longSection + L"]\r\n" + longKey + L"=long\r\n"));
+    const CString path = Write(L"a.ini", L"[Precision]\r\nZERO=0.001\r\nEmpty=\r\n[图层]\r\n颜色=红色\r\n[" + longSection +
+                               L"]\r\n" + longKey + L"=long\r\n[S]\r\nPad =  spaced out  \r\nQuoted=\"q\"\r\nEq=a=b\r\n"
+                               L"; Comment=1\r\nDup=first\r\nDup=second\r\n");
+    INISetting ini(path);
     CString upperSection(longSection.c_str()), upperKey(longKey.c_str());
     upperSection.MakeUpper();
     const CString cutKey = upperKey.MakeUpper().Left(63);
@@ -40,21 +41,14 @@ TEST_F(INISettingTest, LookUpsIgnoreCaseAtAnyNameLengthAndFallBackToTheDefault)
                   {L"ZERO", nullptr, L"Other", L""},         {nullptr, L"def", nullptr, L"def"}};
     for (const auto& row : rows)
         EXPECT_EQ(ini.GetSetting(row.key, row.defaultValue, row.section), CString(row.expected)) << row.key;
-}
-
-TEST_F(INISettingTest, ValuesAreWhatTheProfileReaderReturns)
-{
-    const CString path = Write(L"a.ini", L"[S]\r\nPad =  spaced out  \r\nQuoted=\"q\"\r\nEq=a=b\r\n; Comment=1\r\n"
-                                         L"Dup=first\r\nDup=second\r\n");
-    INISetting ini(path);
+    // Values are what the platform's profile reader returns.
     for (const wchar_t* key : {L"Pad", L"Quoted", L"Eq", L"Dup"})
         EXPECT_EQ(ini.GetSetting(key, L"<absent>", L"S"), Profile(L"S", key, path)) << key;
     EXPECT_EQ(ini.GetSetting(L"; Comment", L"<absent>", L"S"), CString(L"<absent>"));
 }
 
-// Keys come upper-cased, the arrays cleared first; a section without keys is
-// never stored, and a file holding only such sections does not bind.
-TEST_F(INISettingTest, GetAllKeysAndValuesGivesUpperCaseKeysAndClearsTheArrays)
+// A section without keys is never stored; a file of only such sections does not bind.
+TEST_F(INISettingTest, AllKeysComeUpperCasedAndOnlyABindReadsTheFile)
 {
     INISetting ini(Write(L"a.ini", L"[Empty]\r\n[S]\r\nalpha=1\r\nBeta=2\r\n颜色=红\r\n"));
     CStringArray keys, values;
@@ -73,18 +67,14 @@ TEST_F(INISettingTest, GetAllKeysAndValuesGivesUpperCaseKeysAndClearsTheArrays)
     }
     EXPECT_FALSE(ini.SetFilePath(Write(L"b.ini", L"[Empty]\r\n; nothing\r\n")));
     EXPECT_FALSE(ini.SetFilePath(Write(L"c.ini", L"")));
-}
-
-TEST_F(INISettingTest, OnlyABindReadsTheFileAndABindToAMissingFileKeepsTheOldValues)
-{
+    // Only a bind reads the file, and a bind to a missing file keeps the old values.
     const CString path = Write(L"a.ini", L"[S]\r\nK=old\r\n[Old]\r\nK=1\r\n");
-    INISetting ini(path);
+    ASSERT_TRUE(ini.SetFilePath(path));
     ASSERT_TRUE(WritePrivateProfileStringW(L"S", L"K", L"new", path));
     WritePrivateProfileStringW(nullptr, nullptr, nullptr, path);
     EXPECT_EQ(ini.GetSetting(L"K", L"", L"S"), CString(L"old"));
     ASSERT_TRUE(DeleteFileW(path));
     EXPECT_FALSE(ini.SetFilePath(path));
-    EXPECT_EQ(ini.GetFilePath(), path);
     EXPECT_EQ(ini.GetSetting(L"K", L"", L"S"), CString(L"old"));
     // A good file replaces every section of the one before.
     EXPECT_TRUE(ini.SetFilePath(Write(L"a.ini", L"[S]\r\nK=new\r\n")));
@@ -92,19 +82,16 @@ TEST_F(INISettingTest, OnlyABindReadsTheFileAndABindToAMissingFileKeepsTheOldVal
     EXPECT_EQ(ini.GetSetting(L"K", L"def", L"Old"), CString(L"def"));
 }
 
-class INISettingWriteTest : public INISettingTest
+// Empty keys or sections change nothing; a new key replaces the cached section until the next
+// bind; writes keep the caller's spelling; an unbound object writes no file.
+TEST_F(INISettingTest, WritesReachTheFileAndTheCacheAndTooLargeFilesAreReported)
 {
-protected:
-    void SetUp() override { ASSERT_TRUE(ini.SetFilePath(path)); }
-
     const CString path = Write(L"w.ini", L"[Software]\r\nA=1\r\nB=2\r\n[Other]\r\nC=3\r\n");
-    INISetting ini;
-};
-
-// Replacing a key keeps the rest of the cached section; a new key replaces
-// the cached section until the next bind. Writes carry the caller's spelling.
-TEST_F(INISettingWriteTest, ReplacingKeepsTheCachedSectionANewKeyReplacesItUntilTheNextBind)
-{
+    const std::string before = qmtest::TempDir::ReadFile(path);
+    INISetting ini(path);
+    EXPECT_FALSE(ini.SetSetting(L"", L"v", L"Software"));
+    EXPECT_FALSE(ini.SetSetting(L"A", L"v", nullptr));
+    EXPECT_EQ(qmtest::TempDir::ReadFile(path), before);
     ini.SetSetting(L"a", L"9", L"software");
     ini.SetSetting(L"B", nullptr, L"Software");
     EXPECT_EQ(ini.GetSetting(L"A", L"def", L"Software"), CString(L"9"));
@@ -117,42 +104,22 @@ TEST_F(INISettingWriteTest, ReplacingKeepsTheCachedSectionANewKeyReplacesItUntil
     EXPECT_NE(qmtest::TempDir::ReadFile(path).find(Ansi(L"NewKey=菜单.INI")), std::string::npos);
     ASSERT_TRUE(ini.SetFilePath(path));
     EXPECT_EQ(ini.GetSetting(L"A", L"def", L"Software"), CString(L"9"));
-}
-
-TEST_F(INISettingWriteTest, EmptyKeyOrSectionChangesNothingAndAnUnboundObjectWritesNoFile)
-{
-    const std::string before = qmtest::TempDir::ReadFile(path);
-    EXPECT_FALSE(ini.SetSetting(L"", L"v", L"Software"));
-    EXPECT_FALSE(ini.SetSetting(L"A", L"v", nullptr));
-    EXPECT_EQ(qmtest::TempDir::ReadFile(path), before);
-    EXPECT_EQ(ini.GetSetting(L"A", L"def", L"Software"), CString(L"1"));
     INISetting unbound;
-    EXPECT_TRUE(unbound.GetFilePath().IsEmpty());
     EXPECT_FALSE(unbound.SetSetting(L"K", L"v", L"S"));
     EXPECT_EQ(unbound.GetSetting(L"K", L"def", L"S"), CString(L"v"));
-}
-
-TEST_F(INISettingTest, AFileTooLargeToListIsReportedAndTheOldValuesStay)
-{
-    INISetting ini(Write(L"a.ini", L"[S]\r\nK=kept\r\n"));
+    // A file too large to list is reported, and the old values stay.
+    INISetting kept(Write(L"a.ini", L"[S]\r\nK=kept\r\n"));
     // A sparse file: its size alone makes the section-name buffer impossible.
     const CString big = dir.Path() + L"big.ini";
     HANDLE file = CreateFileW(big, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    ASSERT_NE(file, INVALID_HANDLE_VALUE);
-    LARGE_INTEGER size;
-    size.QuadPart = 1500000000;
-    const bool sized = SetFilePointerEx(file, size, nullptr, FILE_BEGIN) && SetEndOfFile(file);
+    const bool sized = SetFilePointer(file, 1500000000, nullptr, FILE_BEGIN) == 1500000000 && SetEndOfFile(file);
     CloseHandle(file);
     ASSERT_TRUE(sized);
 
     qmtest::MsgBoxWatcher watcher(qmtest::MsgBoxWatcher::Enter());
-    EXPECT_TRUE(ini.SetFilePath(big));
-    const qmtest::MsgBoxSeen& seen = watcher.Wait();
-    ASSERT_TRUE(seen.found);
-    EXPECT_EQ(seen.text, CString(L"ini文件分配内存错！\n[1800000000]字节"));
-    EXPECT_EQ(seen.caption, CString(L"塔维提示！"));
-    EXPECT_EQ(seen.icon, static_cast<UINT>(MB_ICONERROR));
-    EXPECT_EQ(ini.GetSetting(L"K", L"def", L"S"), CString(L"kept"));
+    EXPECT_TRUE(kept.SetFilePath(big));
+    EXPECT_EQ(watcher.Wait().text, CString(L"ini文件分配内存错！\n[1800000000]字节"));
+    EXPECT_EQ(kept.GetSetting(L"K", L"def", L"S"), CString(L"kept"));
 }
 
 TEST(ProcessSettingsTest, TheThreeObjectsAreDistinctAndProcessWide)
@@ -162,7 +129,6 @@ TEST(ProcessSettingsTest, TheThreeObjectsAreDistinctAndProcessWide)
     ASSERT_TRUE(QM::CADMenuSetting().SetFilePath(path));
     EXPECT_EQ(QM::CADMenuSetting().GetSetting(L"Group", L"", L"CADMenu"), CString(L"acad"));
     EXPECT_NE(QM::CInitSetting().GetFilePath(), path);
-    EXPECT_NE(QM::CGCSetting().GetFilePath(), path);
     EXPECT_EQ(QM::CGCSetting().GetSetting(L"Group", L"def", L"CADMenu"), CString(L"def"));
 }
 

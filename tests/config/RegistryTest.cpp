@@ -1,5 +1,4 @@
-// RegistryTest.cpp - CKey and the string helpers against real keys of a
-// test key under HKEY_CURRENT_USER.
+// RegistryTest.cpp - CKey and the string helpers against a test key under HKEY_CURRENT_USER.
 #include "support/RegGuard.h"
 
 #include <gtest/gtest.h>
@@ -9,10 +8,7 @@
 namespace {
 
 // The bytes of a REG_SZ holding `text`, its NUL included.
-std::string Utf16(const std::wstring& text)
-{
-    return std::string(reinterpret_cast<const char*>(text.c_str()), (text.size() + 1) * sizeof(wchar_t));
-}
+std::string Utf16(const std::wstring& s) { return std::string(reinterpret_cast<const char*>(s.c_str()), (s.size() + 1) * 2); }
 
 // Values are prepared and checked with the registry's own calls, never the code under test.
 class RegStrTest : public ::testing::Test
@@ -23,9 +19,9 @@ protected:
     {
         return RegSetKeyValueW(HKEY_CURRENT_USER, Sub(relative), name, type, data, bytes) == ERROR_SUCCESS;
     }
-    bool Write(const wchar_t* relative, const wchar_t* name, const std::wstring& text) const
+    void Write(const wchar_t* relative, const wchar_t* name, const CString& text) const
     {
-        return Write(relative, name, REG_SZ, text.c_str(), static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+        qmtest::SetRegValue(HKEY_CURRENT_USER, Sub(relative), name, text);
     }
     // The value's bytes as stored, or "<missing>" (an odd length, so never UTF-16 data).
     std::string Read(const wchar_t* relative, const wchar_t* name, DWORD* type = nullptr) const
@@ -42,7 +38,7 @@ protected:
     qmtest::RegGuard guard{HKEY_CURRENT_USER, kPath};
 };
 
-TEST_F(RegStrTest, SetCreatesMissingKeysAndWritesANulTerminatedStringButNotANull)
+TEST_F(RegStrTest, SetWritesANulTerminatedStringGetTakes2047CharactersOfAnyType)
 {
     EXPECT_TRUE(QM::SetRegStr(root, Sub(L"A\\B\\C"), L"WorkDir", L"D:\\塔维\\"));
     DWORD type = 0;
@@ -50,50 +46,34 @@ TEST_F(RegStrTest, SetCreatesMissingKeysAndWritesANulTerminatedStringButNotANull
     EXPECT_EQ(type, static_cast<DWORD>(REG_SZ));
     EXPECT_TRUE(QM::SetRegStr(root, Sub(L"A\\B\\C"), L"WorkDir", L""));
     EXPECT_EQ(Read(L"A\\B\\C", L"WorkDir"), Utf16(L""));
-    // Null creates the key but writes nothing and fails.
-    EXPECT_FALSE(QM::SetRegStr(root, Sub(L"New"), L"Name", nullptr));
-    HKEY created = nullptr;
-    EXPECT_EQ(RegOpenKeyExW(root, Sub(L"New"), 0, KEY_READ, &created), ERROR_SUCCESS);
-    RegCloseKey(created);
+    EXPECT_FALSE(QM::SetRegStr(root, Sub(L"New"), L"Name", nullptr));   // the key is made, nothing written
     EXPECT_EQ(Read(L"New", L"Name"), "<missing>");
-}
-
-TEST_F(RegStrTest, GetTakes2047CharactersAndRefusesLongerOrMissingValuesLeavingTheOutputAlone)
-{
-    ASSERT_TRUE(Write(L"", L"Fits", std::wstring(2047, L'x')));
-    ASSERT_TRUE(Write(L"", L"TooLong", std::wstring(2048, L'y')));
-    CString value;
-    EXPECT_TRUE(QM::GetRegStr(root, Sub(L""), L"Fits", value));
-    EXPECT_EQ(value, CString(L'x', 2047));
-    value = L"before";
-    EXPECT_FALSE(QM::GetRegStr(root, Sub(L""), L"TooLong", value));
-    EXPECT_FALSE(QM::GetRegStr(root, Sub(L""), L"Missing", value));
-    EXPECT_FALSE(QM::GetRegStr(root, Sub(L"Missing"), L"Fits", value));
-    EXPECT_EQ(value, CString(L"before"));
-}
-
-TEST_F(RegStrTest, GetIgnoresTheTypeAndCutsAtTheFirstNul)
-{
-    const struct { DWORD type; const wchar_t* data; DWORD chars; const wchar_t* expected; } rows[] = {
-        {REG_MULTI_SZ, L"first\0second\0", 14, L"first"},
-        {REG_EXPAND_SZ, L"%TEMP%\\x", 9, L"%TEMP%\\x"},   // not expanded
-        {REG_SZ, L"abc", 3, L"abc"},                     // stored without its NUL
-    };
+    // Up to 2047 characters of any type are read to the first NUL, never expanded; longer or missing
+    // values fail and leave the output alone.
+    const CString fits(L'x', 2047), tooLong(L'y', 2048);
+    const struct { DWORD type; const wchar_t* data; DWORD chars; bool ok; const wchar_t* expected; } rows[] = {
+        {REG_SZ, fits, 2048, true, fits}, {REG_SZ, tooLong, 2049, false, L"before"},
+        {REG_MULTI_SZ, L"first\0second\0", 14, true, L"first"}, {REG_EXPAND_SZ, L"%TEMP%\\x", 9, true, L"%TEMP%\\x"},
+        {REG_SZ, L"abc", 3, true, L"abc"},   // stored without its NUL
+        {REG_SZ, nullptr, 0, false, L"before"}};
     for (const auto& row : rows) {
-        ASSERT_TRUE(Write(L"", L"V", row.type, row.data, row.chars * sizeof(wchar_t)));
-        CString value;
-        EXPECT_TRUE(QM::GetRegStr(root, Sub(L""), L"V", value)) << row.data;
-        EXPECT_EQ(value, CString(row.expected)) << row.data;
+        RegDeleteKeyValueW(root, kPath, L"V");
+        ASSERT_TRUE(row.data == nullptr || Write(L"", L"V", row.type, row.data, row.chars * sizeof(wchar_t)));
+        CString value = L"before";
+        EXPECT_EQ(QM::GetRegStr(root, Sub(L""), L"V", value), row.ok) << row.chars;
+        EXPECT_EQ(value, CString(row.expected)) << row.chars;
     }
+    CString value = L"before";
+    EXPECT_FALSE(QM::GetRegStr(root, Sub(L"Missing"), L"V", value));
+    EXPECT_EQ(value, CString(L"before"));
 }
 
 using CKeyTest = RegStrTest;
 
-TEST_F(CKeyTest, WithoutAnOpenKeyEveryOperationFailsAndLeavesItsOutputAlone)
+TEST_F(CKeyTest, WithoutAnOpenKeyEverythingFailsStringValuesHaveNoLengthLimit)
 {
     CKey key;
     EXPECT_EQ(key.Open(root, Sub(L"Missing")), 0);
-    EXPECT_EQ(key.m_hKey, nullptr);
     CString name = L"x";
     unsigned long count = 7;
     EXPECT_EQ(key.SetStringValue(L"v", L"a"), 0);
@@ -101,18 +81,12 @@ TEST_F(CKeyTest, WithoutAnOpenKeyEveryOperationFailsAndLeavesItsOutputAlone)
     EXPECT_EQ(key.GetSubKeyCount(count), 0);
     EXPECT_EQ(name, CString(L"x"));
     EXPECT_EQ(count, 7u);
-    key.Close();   // closing a closed key is harmless
-}
-
-TEST_F(CKeyTest, StringValuesHaveNoLengthLimitAndAFailedReadStillEmptiesTheOutput)
-{
-    ASSERT_TRUE(Write(L"K", L"Long", std::wstring(10000, L'q')));
-    CKey key;
+    // String values have no length limit, and a failed read still empties the output.
+    Write(L"K", L"Long", CString(L'q', 10000));
     ASSERT_EQ(key.Create(root, Sub(L"K")), 1);
     EXPECT_EQ(key.SetStringValue(L"值", L"Name"), 1);
     EXPECT_EQ(key.SetStringValue(L"", L"Empty"), 1);
     EXPECT_EQ(key.SetStringValue(nullptr, L"Null"), 0);
-    EXPECT_EQ(Read(L"K", L"Name"), Utf16(L"值"));
     const struct { const wchar_t* name; int result; CString expected; } rows[] = {
         {L"Name", 1, L"值"}, {L"Empty", 1, L""}, {L"Long", 1, CString(L'q', 10000)}, {L"Null", 0, L""}};
     for (const auto& row : rows) {
@@ -122,13 +96,12 @@ TEST_F(CKeyTest, StringValuesHaveNoLengthLimitAndAFailedReadStillEmptiesTheOutpu
     }
 }
 
-TEST_F(CKeyTest, EnumKeyAndSubKeyCountSeeDirectSubKeysOnly)
+TEST_F(CKeyTest, EnumKeyAndSubKeyCountSeeDirectSubKeysOnlyAndAssignmentSharesTheHandle)
 {
-    CKey key, newer, older, deeper;
-    ASSERT_EQ(key.Create(root, Sub(L"")), 1);
-    ASSERT_EQ(newer.Create(key.m_hKey, L"R18.2"), 1);
-    ASSERT_EQ(older.Create(key.m_hKey, L"R17.0"), 1);
-    ASSERT_EQ(deeper.Create(older.m_hKey, L"zh-CN"), 1);
+    Write(L"R18.2", L"", L"");
+    Write(L"R17.0\\zh-CN", L"", L"");
+    CKey key;
+    ASSERT_EQ(key.Open(root, Sub(L"")), 1);
     unsigned long count = 99;
     EXPECT_EQ(key.GetSubKeyCount(count), 1);
     EXPECT_EQ(count, 2u);
@@ -138,20 +111,10 @@ TEST_F(CKeyTest, EnumKeyAndSubKeyCountSeeDirectSubKeysOnly)
     EXPECT_EQ(key.EnumKey(2, name), 0);
     EXPECT_EQ(name, CString(L"untouched"));
     EXPECT_TRUE((first == L"R18.2" && second == L"R17.0") || (first == L"R17.0" && second == L"R18.2"));
-}
-
-// Assignment shares the handle rather than duplicating it; a key opened for
-// queries only cannot write.
-TEST_F(CKeyTest, AssignmentSharesTheHandleAndQueryAccessCannotWrite)
-{
-    ASSERT_TRUE(Write(L"", L"Name", L"v"));
-    CKey owner, borrower;
-    ASSERT_EQ(owner.Open(root, Sub(L""), KEY_QUERY_VALUE), 1);
-    borrower = owner;
-    EXPECT_EQ(borrower.m_hKey, owner.m_hKey);
-    borrower.m_hKey = nullptr;   // only `owner` may close it
-    EXPECT_EQ(owner.SetStringValue(L"w", L"Name"), 0);
-    EXPECT_EQ(Read(L"", L"Name"), Utf16(L"v"));
+    CKey borrower;
+    borrower = key;   // shares the handle rather than duplicating it
+    EXPECT_EQ(borrower.m_hKey, key.m_hKey);
+    borrower.m_hKey = nullptr;   // only `key` may close it
 }
 
 }  // namespace

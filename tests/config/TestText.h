@@ -1,7 +1,6 @@
-// TestText.h - byte texts for the configuration tests: what the code under
-// test should find in, or put into, a file.
+// TestText.h - byte texts the configuration tests put into or expect in files.
 #pragma once
-#include <QMUtil.h>
+#include "support/TempDir.h"
 
 #include <string>
 
@@ -15,14 +14,6 @@ inline std::string Ansi(const wchar_t* text)
     WideCharToMultiByte(CP_THREAD_ACP, 0, text, -1, &out[0], bytes, nullptr, nullptr);
     out.resize(out.size() - 1);
     return out;
-}
-
-// A value as the platform's own profile reader sees it.
-inline CString Profile(const wchar_t* section, const wchar_t* key, const wchar_t* path)
-{
-    wchar_t buffer[4096];
-    GetPrivateProfileStringW(section, key, L"<absent>", buffer, 4096, path);
-    return CString(buffer);
 }
 
 }  // namespace qmtest

@@ -1,5 +1,4 @@
-// FoldersTests.cpp - the suite's folders from the registry locations that
-// the start-up settings name.
+// FoldersTests.cpp - the suite's folders from the registry places the start-up settings name.
 #include <QMUtil.h>
 #include <gtest/gtest.h>
 
@@ -14,10 +13,8 @@ static auto* const g_cadEnvironment = ::testing::AddGlobalTestEnvironment(new qm
 
 namespace {
 
-// Only whether a company name is set counts: the installed one (GBK text)
-// and any other give the joined word, none gives the word with a blank.
-// Name and version are kept from the first use.
-TEST(SoftwareKey, CompanyWordDependsOnlyOnWhetherANameIsSetNameAndVersionOnFirstUse)
+// Only whether a company name is set counts; name and version are kept from the first use.
+TEST(SoftwareKey, CompanyWordNameVersionAndRootWordAndFoldersTrimmed)
 {
     EXPECT_EQ(CString(kSoftKey), QM::GetSoftRegItem());
     EXPECT_EQ(CString(L"QMTestSuite"), QM::RegItem());
@@ -28,40 +25,29 @@ TEST(SoftwareKey, CompanyWordDependsOnlyOnWhetherANameIsSetNameAndVersionOnFirst
     }
     EXPECT_EQ(CString(L"QMTestSuite"), QM::RegItem());
     EXPECT_EQ(CString(L"9.1"), QM::RegVer());
-}
-
-// "Name,HKCU" reads the user's hive; a name alone, or any other root word,
-// the machine's.
-TEST(SoftwareKey, RootWordSelectsTheHive)
-{
+    // "Name,HKCU" reads the user's hive; a name alone, or any other root word, the machine's.
     CString dir;
     ASSERT_TRUE(QM::GetRegLocalDir(dir));   // "LocalDir,hkcu"
     EXPECT_EQ(Cad().Folder(L"Local\\"), dir);
-    {
-        SettingOverride machine(L"LocalDir", L"LocalDir,HKLM", L"Software");
+    const struct { const wchar_t *key, *value; bool (*get)(CString&); } rows[] = {
+        {L"LocalDir", L"LocalDir,HKLM", QM::GetRegLocalDir}, {L"InstallDir", L"InstallDir,HKCU", QM::GetRegInstallDir}};
+    for (const auto& row : rows) {
+        SettingOverride other(row.key, row.value, L"Software");
         CString untouched(L"kept");
-        EXPECT_FALSE(QM::GetRegLocalDir(untouched));
+        EXPECT_FALSE(row.get(untouched)) << row.value;
         EXPECT_EQ(CString(L"kept"), untouched);
-    }
-    {
-        SettingOverride user(L"InstallDir", L"InstallDir,HKCU", L"Software");
-        EXPECT_FALSE(QM::GetRegInstallDir(dir));
     }
     ASSERT_TRUE(QM::GetRegInstallDir(dir));   // raw text
     EXPECT_EQ(L"  " + Cad().Folder(L"Suite\\\\") + L"  ", dir);
-}
-
-TEST(Folders, InstallAndLocalFoldersAreTrimmedToOneBackslash)
-{
-    CString dir;
+    // The folders themselves are trimmed to one backslash.
     ASSERT_TRUE(QM::GetInstallDir(dir));
     EXPECT_EQ(Cad().Folder(L"Suite\\"), dir);
     ASSERT_TRUE(QM::GetLocalDir(dir));   // joined with the local folder's name "\Data\"
     EXPECT_EQ(Cad().Folder(L"Local\\Data\\"), dir);
 }
 
-// The work folder is never cached, and written as given.
-TEST(Folders, WorkFolderIsCreatedWrittenAsGivenAndReadAfresh)
+// The work folder is never cached, and written as given; the shared CAD folder has no trailing backslash.
+TEST(Folders, WorkFolderIsCreatedWrittenAsGivenAndReadAfreshPathVariableCutAsText)
 {
     qmtest::RemoveTree(Cad().Folder(L"Work"));
     CString dir;
@@ -75,21 +61,30 @@ TEST(Folders, WorkFolderIsCreatedWrittenAsGivenAndReadAfresh)
     ASSERT_TRUE(QM::SetRegWorkDir(Cad().Folder(L"Suite\\Sys\\\\")));
     ASSERT_TRUE(QM::GetWorkDir(dir));
     EXPECT_EQ(Cad().Folder(L"Suite\\Sys\\"), dir);
-}
-
-TEST(Folders, SharedCadFolderHasNoTrailingBackslash)
-{
     CString expected = qmtest::GetRegValue(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Microsoft\\Windows\\CurrentVersion",
                                            L"CommonFilesDir");
     expected.TrimRight(L'\\');
-    CString dir;
     ASSERT_TRUE(QM::GetQMCommonFilesDir(dir));
     EXPECT_EQ(expected + L"\\Tarvel Shared\\CAD", dir);
+    // Added folders are cut from the upper-cased variable as plain text (even out of a longer
+    // name) and appended; only doubled separators are mended, so a hole left at the front stays.
+    CString longPath;   // longer than the first buffer the library reads into
+    for (int i = 0; i < 500; ++i)
+        longPath.AppendFormat(L"C:\\F%04d;", i);
+    const struct { CString path; const wchar_t* added; CString expected; } rows[] = {
+        {L"C:\\TOOLS;C:\\WIN", L"c:\\tools;", L";C:\\WIN;C:\\TOOLS"},
+        {L"C:\\WIN;C:\\TOOLS", L"c:\\tools;", L"C:\\WIN;C:\\TOOLS"},
+        {L"c:\\toolset;C:\\Win", L"C:\\Tools;D:\\Bin", L"ET;C:\\WIN;C:\\TOOLS;D:\\BIN"},
+        {longPath, L"D:\\Bin", longPath + L"D:\\BIN"},
+    };
+    for (const auto& row : rows) {
+        qmtest::EnvOverride path(L"Path", row.path);
+        ASSERT_TRUE(QM::AddPathEnvironmentVariable(row.added));
+        EXPECT_EQ(row.expected, qmtest::GetEnv(L"Path")) << row.added << " added to " << row.path.Left(40).GetString();
+    }
 }
 
-// A child process starts with no folder cached, its own start-up file beside
-// its library, and its own registry text: blanks and backslashes are no
-// folder, a missing folder is looked up again, and a found one is kept.
+// In a fresh process: blanks and backslashes are no folder, a missing one is looked up again, a found one kept.
 const char kChildIni[] = "[System]\r\nCompanyName=1\r\nSoftName=QMChild\r\nVersion=1\r\n"
                          "[Software]\r\nInstallDir=Install\r\nLocalDir=Local\r\nLocalDirName=Data\r\n";
 
@@ -125,27 +120,6 @@ TEST(FoldersChild, OnlyASuccessfulLookUpIsCached)
 TEST(FoldersInFreshProcess, OnlyASuccessfulLookUpIsCached)
 {
     EXPECT_EQ(0, qmtest::RunInChild("FoldersChild.OnlyASuccessfulLookUpIsCached", kChildIni));
-}
-
-// The added folders are cut from the upper-cased variable as plain text,
-// even out of a longer folder's name, and appended; only doubled
-// separators are mended, so the hole a cut leaves at the front stays.
-TEST(PathVariable, AddedFoldersAreCutAsTextAndAppended)
-{
-    CString longPath;   // longer than the first buffer the library reads into
-    for (int i = 0; i < 500; ++i)
-        longPath.AppendFormat(L"C:\\F%04d;", i);
-    const struct { CString path; const wchar_t* added; CString expected; } rows[] = {
-        {L"C:\\TOOLS;C:\\WIN", L"c:\\tools;", L";C:\\WIN;C:\\TOOLS"},
-        {L"C:\\WIN;C:\\TOOLS", L"c:\\tools;", L"C:\\WIN;C:\\TOOLS"},
-        {L"c:\\toolset;C:\\Win", L"C:\\Tools;D:\\Bin", L"ET;C:\\WIN;C:\\TOOLS;D:\\BIN"},
-        {longPath, L"D:\\Bin", longPath + L"D:\\BIN"},
-    };
-    for (const auto& row : rows) {
-        qmtest::EnvOverride path(L"Path", row.path);
-        ASSERT_TRUE(QM::AddPathEnvironmentVariable(row.added));
-        EXPECT_EQ(row.expected, qmtest::GetEnv(L"Path")) << row.added << " added to " << row.path.Left(40).GetString();
-    }
 }
 
 }  // namespace

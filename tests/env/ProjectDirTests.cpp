@@ -33,10 +33,8 @@ TEST(ProjectDir, LifeOfTheProcessWideFolder)
     // The file name comes from the start-up settings at every set.
     const CString init = temp.WriteFile(L"INIT.ini", "[Software]\r\nProjectINIFileName=GC.ini\r\n");
     const CString previous = QM::CInitSetting().GetFilePath();
-    ASSERT_TRUE(QM::CInitSetting().SetFilePath(init));
-    const CString projectB = temp.Path() + L"B";
-    ASSERT_TRUE(QM::MkMDir(projectB));
-    QM::SetSoftwareProjectDir(projectB);
-    EXPECT_EQ(QM::GCINIFilePath(), projectB + L"\\GC.ini");
+    ASSERT_TRUE(QM::CInitSetting().SetFilePath(init) && QM::MkMDir(temp.Path() + L"B"));
+    QM::SetSoftwareProjectDir(temp.Path() + L"B");
+    EXPECT_EQ(QM::GCINIFilePath(), temp.Path() + L"B\\GC.ini");
     QM::CInitSetting().SetFilePath(previous);
 }

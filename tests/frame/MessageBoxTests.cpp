@@ -1,5 +1,4 @@
-// Message boxes as the user sees them: caption, text, icon, buttons,
-// default button, task-modality, and the answer returned.
+// Message boxes as the user sees them, and the answer returned.
 #include <QMUtil.h>
 #include <gtest/gtest.h>
 
@@ -16,48 +15,26 @@ const CString kCaption(L"塔维提示！");
 const std::vector<int> kOk{IDOK};
 const std::vector<int> kYesNo{IDYES, IDNO};
 
-// A plain top-level window of the test thread: task-modal boxes without an
-// owner disable it while they are up.
-class MessageBoxTest : public ::testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        m_probe = CreateWindowExW(0, L"STATIC", L"probe", WS_OVERLAPPEDWINDOW, 0, 0, 100, 100, nullptr, nullptr,
-                                  nullptr, nullptr);
-        ASSERT_NE(m_probe, nullptr) << "message-box tests need a display (xvfb-run)";
-    }
-    void TearDown() override { DestroyWindow(m_probe); }
-
-    HWND m_probe = nullptr;
-};
-
 }  // namespace
 
-TEST_F(MessageBoxTest, StyleLettersAreSummedIntoIconAndButtonsOfATaskModalBox)
+// Letters are summed into the icon and buttons of a task-modal box, which disables the test
+// thread's ownerless windows (the probe); MsgBox passes the type as given.
+TEST(MessageBoxTest, StyleLettersAreSummedAndTheOtherFormsShowWhatTheyAreTold)
 {
-    const struct
-    {
-        const wchar_t* style;
-        UINT icon;
-        std::vector<int> buttons;
-        int press;
-    } rows[] = {
-        {L"X", MB_ICONERROR, kOk, IDOK},
-        {L"x", MB_ICONERROR, kOk, IDOK},
-        {L"!", MB_ICONEXCLAMATION, kOk, IDOK},
-        {L"I", MB_ICONINFORMATION, kOk, IDOK},
-        {L"i", MB_ICONINFORMATION, kOk, IDOK},
+    const HWND probe = CreateWindowExW(0, L"STATIC", L"probe", WS_OVERLAPPEDWINDOW, 0, 0, 100, 100, nullptr, nullptr,
+                                       nullptr, nullptr);
+    ASSERT_NE(probe, nullptr) << "message-box tests need a display (xvfb-run)";
+    const struct { const wchar_t* style; UINT icon; std::vector<int> buttons; int press; } rows[] = {
+        {L"X", MB_ICONERROR, kOk, IDOK}, {L"x", MB_ICONERROR, kOk, IDOK}, {L"!", MB_ICONEXCLAMATION, kOk, IDOK},
+        {L"I", MB_ICONINFORMATION, kOk, IDOK}, {L"i", MB_ICONINFORMATION, kOk, IDOK},
         {L"?YN", MB_ICONQUESTION, kYesNo, IDNO},   // Yes/No added once for both letters
         {L"ny", 0, kYesNo, IDYES},
         {L"XX", MB_ICONQUESTION, kOk, IDOK},       // 16 + 16 = 32, the question icon
-        {L"", 0, kOk, IDOK},
-        {L"z#", 0, kOk, IDOK},
-        {nullptr, 0, kOk, IDOK},
+        {L"", 0, kOk, IDOK}, {L"z#", 0, kOk, IDOK}, {nullptr, 0, kOk, IDOK},
     };
     for (const auto& row : rows) {
         const CString style = row.style != nullptr ? row.style : L"(null)";
-        MsgBoxWatcher watcher(MsgBoxWatcher::Press(row.press), m_probe);
+        MsgBoxWatcher watcher(MsgBoxWatcher::Press(row.press), probe);
         EXPECT_EQ(QM::ShowMessage(nullptr, L"正文", row.style), row.press) << style;
         const MsgBoxSeen& seen = watcher.Wait();
         ASSERT_TRUE(seen.found) << style;
@@ -66,43 +43,28 @@ TEST_F(MessageBoxTest, StyleLettersAreSummedIntoIconAndButtonsOfATaskModalBox)
         EXPECT_EQ(seen.icon, row.icon) << style;
         EXPECT_EQ(seen.buttons, row.buttons) << style;
         EXPECT_FALSE(seen.probeEnabled) << style << ": task-modal";
-        EXPECT_TRUE(IsWindowEnabled(m_probe)) << style;
+        EXPECT_TRUE(IsWindowEnabled(probe)) << style;
     }
-}
-
-TEST_F(MessageBoxTest, MsgBoxPassesTheTypeAsGiven)
-{
-    MsgBoxWatcher watcher(MsgBoxWatcher::Press(IDCANCEL), m_probe);
+    MsgBoxWatcher watcher(MsgBoxWatcher::Press(IDCANCEL), probe);
     EXPECT_EQ(QM::MsgBox(nullptr, L"重试？", MB_RETRYCANCEL | MB_ICONEXCLAMATION), IDCANCEL);
     const MsgBoxSeen& seen = watcher.Wait();
     EXPECT_EQ(seen.caption, kCaption);
     EXPECT_EQ(seen.buttons, (std::vector<int>{IDRETRY, IDCANCEL}));
     EXPECT_EQ(seen.icon, static_cast<UINT>(MB_ICONEXCLAMATION));
     EXPECT_TRUE(seen.probeEnabled) << "no task-modal flag was asked for";
-}
-
-TEST_F(MessageBoxTest, MsgOkShowsOneButton)
-{
-    MsgBoxWatcher watcher(MsgBoxWatcher::Enter(), m_probe);
+    MsgBoxWatcher ok(MsgBoxWatcher::Enter(), probe);
     QM::MsgOk(nullptr, L"好");
-    const MsgBoxSeen& seen = watcher.Wait();
-    EXPECT_EQ(seen.text, CString(L"好"));
-    EXPECT_EQ(seen.buttons, kOk);
-}
-
-TEST_F(MessageBoxTest, MsgYesNoPreselectsWhatItIsToldAndIsTrueOnlyForYes)
-{
-    const struct { bool defaultYes; MsgBoxWatcher::Answer answer; int defaultButton; bool result; } rows[] = {
-        {false, MsgBoxWatcher::Enter(), IDNO, false},
-        {true, MsgBoxWatcher::Enter(), IDYES, true},
-        {false, MsgBoxWatcher::Press(IDYES), IDNO, true},
-        {true, MsgBoxWatcher::Press(IDNO), IDYES, false},
-    };
-    for (const auto& row : rows) {
-        MsgBoxWatcher watcher(row.answer, m_probe);
+    EXPECT_EQ(ok.Wait().buttons, kOk);
+    // MsgYesNo preselects what it is told and is true only for Yes.
+    const struct { bool defaultYes; MsgBoxWatcher::Answer answer; int defaultButton; bool result; } yesNo[] = {
+        {false, MsgBoxWatcher::Enter(), IDNO, false}, {true, MsgBoxWatcher::Enter(), IDYES, true},
+        {false, MsgBoxWatcher::Press(IDYES), IDNO, true}, {true, MsgBoxWatcher::Press(IDNO), IDYES, false}};
+    for (const auto& row : yesNo) {
+        MsgBoxWatcher watcher(row.answer, probe);
         EXPECT_EQ(QM::MsgYesNo(nullptr, L"覆盖？", row.defaultYes), row.result) << row.defaultYes;
         const MsgBoxSeen& seen = watcher.Wait();
         EXPECT_EQ(seen.buttons, kYesNo);
         EXPECT_EQ(seen.defaultButton, row.defaultButton) << row.defaultYes;
     }
+    DestroyWindow(probe);
 }

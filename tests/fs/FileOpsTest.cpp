@@ -1,5 +1,4 @@
-// FileOpsTest.cpp - shell copies in their four modes and deletes, on real
-// folder trees.
+// FileOpsTest.cpp - copies in their four modes and deletes, on real folder trees.
 #include <gtest/gtest.h>
 
 #include "support/MsgBoxWatcher.h"
@@ -7,16 +6,12 @@
 #include "support/ScratchDrive.h"
 #include "support/TempDir.h"
 
-#include <initializer_list>
+#include <utility>
+#include <vector>
 
 namespace {
 
 using qmtest::TempDir;
-
-bool Exists(const CString& path)
-{
-    return GetFileAttributesW(path) != INVALID_FILE_ATTRIBUTES;
-}
 
 // src\Sym\ a.dwg b.dwg c.txt ro.dwg (read-only) sub\d.dwg sub\deeper\e.dwg
 class CopyTest : public ::testing::Test
@@ -24,17 +19,15 @@ class CopyTest : public ::testing::Test
 protected:
     void SetUp() override
     {
-        dir.WriteFile(L"src\\Sym\\a.dwg", "A");
-        dir.WriteFile(L"src\\Sym\\b.dwg", "B");
-        dir.WriteFile(L"src\\Sym\\c.txt", "C");
-        SetFileAttributesW(dir.WriteFile(L"src\\Sym\\ro.dwg", "R"), FILE_ATTRIBUTE_READONLY);
-        dir.WriteFile(L"src\\Sym\\sub\\d.dwg", "D");
-        dir.WriteFile(L"src\\Sym\\sub\\deeper\\e.dwg", "E");
+        for (const auto& [file, text] : {std::pair{L"a.dwg", "A"}, {L"b.dwg", "B"}, {L"c.txt", "C"}, {L"ro.dwg", "R"},
+                                         {L"sub\\d.dwg", "D"}, {L"sub\\deeper\\e.dwg", "E"}})
+            dir.WriteFile(CString(L"src\\Sym\\") + file, text);
+        SetFileAttributesW(source + L"ro.dwg", FILE_ATTRIBUTE_READONLY);
     }
 
     // The listed entries, or the whole source when none are listed.
-    bool Copy(bool overwrite, bool recursive, std::initializer_list<const wchar_t*> list = {},
-              std::initializer_list<const wchar_t*> names = {})
+    bool Copy(bool overwrite, bool recursive, const std::vector<const wchar_t*>& list = {},
+              const std::vector<const wchar_t*>& names = {})
     {
         CStringArray files, renamed;
         for (const wchar_t* file : list)
@@ -50,58 +43,33 @@ protected:
     CString source = dir.Path() + L"src\\Sym\\", target = dir.Path() + L"tgt", copied = target + L"\\Sym\\";
 };
 
-TEST_F(CopyTest, EmptySourceOrTargetCopiesNothing)
+// An empty source or target copies nothing; qmtool says when the source is missing.
+TEST_F(CopyTest, CopiesTakeWhatTheyNameAndAskOnlyWhenTheyMayNotOverwrite)
 {
     EXPECT_TRUE(QM::CopyFiles(QM::CopyFilesStruct{L"", nullptr, target, nullptr, true, true}));
     EXPECT_TRUE(QM::CopyFiles(QM::CopyFilesStruct{source, nullptr, L"", nullptr, true, true}));
-    EXPECT_FALSE(Exists(target));
-}
-
-TEST_F(CopyTest, QmtoolSaysWhenTheSourceIsMissing)
-{
     CString output;
     EXPECT_EQ(1, qmtest::RunQmtool(L"copy " + dir.Path() + L"none " + target, output));
     EXPECT_GE(output.Find(L"none does not exist"), 0) << output.GetString();
-    EXPECT_FALSE(Exists(target));
-}
-
-TEST_F(CopyTest, WholeFolderFlatCopiesItsFilesIntoLastComponent)
-{
-    target += L"\\";
-    EXPECT_TRUE(Copy(false, false));
-    EXPECT_EQ(Read(L"a.dwg"), "A");
-    EXPECT_EQ(Read(L"c.txt"), "C");
-    EXPECT_EQ(Read(L"ro.dwg"), "R");
-    EXPECT_FALSE(Exists(copied + L"sub"));
-}
-
-TEST_F(CopyTest, ListIsRenamedAsFarAsTheNameListReaches)
-{
-    EXPECT_TRUE(Copy(false, false, {L"a.dwg", L"sub\\d.dwg", L"*.txt"}, {L"a-old.dwg"}));
-    EXPECT_EQ(Read(L"a-old.dwg"), "A");
-    EXPECT_FALSE(Exists(copied + L"a.dwg"));
-    EXPECT_EQ(Read(L"d.dwg"), "D");
-    EXPECT_EQ(Read(L"c.txt"), "C");
-    EXPECT_FALSE(Exists(copied + L"b.dwg"));
-}
-
-TEST_F(CopyTest, MissingListEntryFailsButTheRestIsCopied)
-{
-    EXPECT_FALSE(Copy(true, false, {L"none.dwg", L"b.dwg"}));
-    EXPECT_EQ(Read(L"b.dwg"), "B");
-}
-
-TEST_F(CopyTest, RecursiveListCopiesSubFoldersWholeAndOnlyListedFiles)
-{
-    EXPECT_TRUE(Copy(false, true, {L"a.dwg"}));
-    EXPECT_EQ(Read(L"a.dwg"), "A");
-    EXPECT_EQ(Read(L"sub\\deeper\\e.dwg"), "E");
-    EXPECT_FALSE(Exists(copied + L"b.dwg"));
-    EXPECT_FALSE(Exists(copied + L"c.txt"));
-}
-
-TEST_F(CopyTest, TreeCopyKeepsNestingAndReadOnlyFilesButNeedsItsSource)
-{
+    EXPECT_FALSE(QM::IsExist(target));
+    // Files land in the source's last component (the first row's target ends in a separator); a list
+    // is renamed as far as the name list reaches, and a recursive list copies sub-folders whole.
+    using Files = std::vector<std::pair<const wchar_t*, const char*>>;
+    const struct { bool recursive; std::vector<const wchar_t*> list, names; bool result; Files files; } rows[] = {
+        {false, {}, {}, true, {{L"a.dwg", "A"}, {L"c.txt", "C"}, {L"ro.dwg", "R"}, {L"sub\\d.dwg", ""}}},
+        {false, {L"a.dwg", L"sub\\d.dwg", L"*.txt"}, {L"a-old.dwg"}, true,
+         {{L"a-old.dwg", "A"}, {L"a.dwg", ""}, {L"d.dwg", "D"}, {L"c.txt", "C"}, {L"b.dwg", ""}}},
+        {false, {L"none.dwg", L"b.dwg"}, {}, false, {{L"b.dwg", "B"}}},
+        {true, {L"a.dwg"}, {}, true, {{L"a.dwg", "A"}, {L"sub\\deeper\\e.dwg", "E"}, {L"b.dwg", ""}, {L"c.txt", ""}}},
+    };
+    for (const auto& row : rows) {
+        qmtest::RemoveTree(target);
+        target = dir.Path() + (&row == rows ? L"tgt\\" : L"tgt");
+        EXPECT_EQ(Copy(false, row.recursive, row.list, row.names), row.result);
+        for (const auto& [file, content] : row.files)
+            EXPECT_EQ(Read(file), content) << CString(file).GetString();
+    }
+    // A tree copy keeps nesting and read-only files but needs its source.
     EXPECT_FALSE(QM::CopyTree(dir.Path() + L"none", target, true));
     EXPECT_TRUE(QM::CopyTree(source, dir.Path() + L"new\\deep", false));
     copied = dir.Path() + L"new\\deep\\Sym\\";
@@ -109,10 +77,8 @@ TEST_F(CopyTest, TreeCopyKeepsNestingAndReadOnlyFilesButNeedsItsSource)
     EXPECT_EQ(Read(L"ro.dwg"), "R");
     EXPECT_EQ(Read(L"sub\\deeper\\e.dwg"), "E");
     EXPECT_TRUE(GetFileAttributesW(copied + L"ro.dwg") & FILE_ATTRIBUTE_READONLY);
-}
-
-TEST_F(CopyTest, EveryModeAsksOnlyWhenItMayNotOverwriteAnOldFile)
-{
+    // Every mode asks only when it may not overwrite an old file.
+    copied = target + L"\\Sym\\";
     const struct { const char* name; bool list, recursive; } modes[] = {
         {"list flat", true, false}, {"whole flat", false, false},
         {"list recursive", true, true}, {"whole recursive", false, true}};
@@ -135,33 +101,6 @@ TEST_F(CopyTest, EveryModeAsksOnlyWhenItMayNotOverwriteAnOldFile)
     }
 }
 
-class DeleteTest : public ::testing::Test
-{
-protected:
-    TempDir dir;
-};
-
-// Each delete takes exactly what it names: a file, a wildcard's matches, a
-// tree holding read-only files (trailing separators ignored); an absent path
-// is true for the tree delete only.
-TEST_F(DeleteTest, EachDeleteTakesExactlyWhatItNames)
-{
-    for (const char* file : {"a.tmp", "b.tmp", "c.dwg", "treeX.dwg", "tree\\a.dwg", "tree\\sub\\deeper\\b.dwg"})
-        dir.WriteFile(CString(file), file);
-    SetFileAttributesW(dir.WriteFile(L"tree\\sub\\ro.dwg", "r"), FILE_ATTRIBUTE_READONLY);
-    const struct { const wchar_t* path; bool tree, result; const wchar_t* gone; } rows[] = {
-        {L"a.tmp", false, true, L"a.tmp"}, {L"*.tmp", false, true, L"b.tmp"}, {L"a.tmp", false, false, nullptr},
-        {L"tree\\\\", true, true, L"tree"}, {L"c.dwg", true, true, L"c.dwg"}, {L"c.dwg", true, true, nullptr},
-        {L"none\\", true, true, nullptr}};
-    for (const auto& row : rows) {
-        const CString path = dir.Path() + row.path;
-        EXPECT_EQ(row.tree ? QM::DelTree(path) : QM::DeleteFiles(path, false), row.result) << row.path;
-        EXPECT_TRUE(row.gone == nullptr || !Exists(dir.Path() + row.gone)) << row.path;
-    }
-    EXPECT_EQ(TempDir::ReadFile(dir.Path() + L"treeX.dwg"), "treeX.dwg");
-    EXPECT_TRUE(QM::DelTree(nullptr));
-}
-
 // "\." steps lengthen a path without changing what it names.
 CString Padded(const CString& folder, const wchar_t* name, int minLength)
 {
@@ -172,24 +111,40 @@ CString Padded(const CString& folder, const wchar_t* name, int minLength)
     return path + L"\\" + name;
 }
 
-TEST_F(DeleteTest, MissingEmptyAndPastTheBufferPathsAreRefused)
+// Each delete takes exactly what it names: a file, a wildcard's matches, a tree holding read-only
+// files (trailing separators ignored); an absent path is true for the tree delete only.
+TEST(DeleteTest, EachDeleteTakesExactlyWhatItNames)
 {
+    TempDir dir;
+    for (const char* file : {"a.tmp", "b.tmp", "c.dwg", "treeX.dwg", "tree\\a.dwg", "tree\\sub\\deeper\\b.dwg"})
+        dir.WriteFile(CString(file), file);
+    SetFileAttributesW(dir.WriteFile(L"tree\\sub\\ro.dwg", "r"), FILE_ATTRIBUTE_READONLY);
+    const struct { const wchar_t* path; bool tree, result; const wchar_t* gone; } rows[] = {
+        {L"a.tmp", false, true, L"a.tmp"}, {L"*.tmp", false, true, L"b.tmp"}, {L"a.tmp", false, false, nullptr},
+        {L"tree\\\\", true, true, L"tree"}, {L"c.dwg", true, true, L"c.dwg"}, {L"c.dwg", true, true, nullptr},
+        {L"none\\", true, true, nullptr}};
+    for (const auto& row : rows) {
+        const CString path = dir.Path() + row.path;
+        EXPECT_EQ(row.tree ? QM::DelTree(path) : QM::DeleteFiles(path, false), row.result) << row.path;
+        EXPECT_TRUE(row.gone == nullptr || !QM::IsExist(dir.Path() + row.gone)) << row.path;
+    }
+    EXPECT_EQ(TempDir::ReadFile(dir.Path() + L"treeX.dwg"), "treeX.dwg");
+    EXPECT_TRUE(QM::DelTree(nullptr));
+    // Missing, empty and past-the-buffer paths are refused.
     EXPECT_FALSE(QM::DeleteFiles(nullptr, false));
     EXPECT_FALSE(QM::DeleteFiles(L"", false));
     EXPECT_FALSE(QM::DeleteFiles(CString(L'a', 5000), false));
 
     const CString file = dir.WriteFile(L"x.tmp", "x");
     const CString tooLong = Padded(dir.Path(), L"x.tmp", 259);
-    ASSERT_GE(tooLong.GetLength(), 259);
     EXPECT_FALSE(QM::DeleteFiles(tooLong, false));
-    EXPECT_TRUE(Exists(file));
+    EXPECT_TRUE(QM::IsExist(file));
     EXPECT_TRUE(QM::DeleteFiles(Padded(dir.Path(), L"x.tmp", 200), false));
-    EXPECT_FALSE(Exists(file));
+    EXPECT_FALSE(QM::IsExist(file));
 }
 
-// Every spelling of a whole drive or share, aimed at a scratch drive: both
-// deletes and qmtool rm refuse it, and the drive keeps its files; below the
-// root the deletes still work.
+// Every spelling of a whole drive or share (a scratch drive) is refused by
+// both deletes and by qmtool rm; below the root the deletes still work.
 TEST(DeleteRoot, EverySpellingOfADriveOrShareIsRefused)
 {
     qmtest::ScratchDrive drive;
@@ -214,9 +169,9 @@ TEST(DeleteRoot, EverySpellingOfADriveOrShareIsRefused)
         ASSERT_EQ(TempDir::ReadFile(keep), "k");
     }
     EXPECT_TRUE(QM::DeleteFiles(drive.Root() + L"sub\\*", false));
-    EXPECT_FALSE(Exists(keep));
+    EXPECT_FALSE(QM::IsExist(keep));
     EXPECT_TRUE(QM::DeleteTree(drive.Root() + L"sub", false));
-    EXPECT_FALSE(Exists(drive.Folder().Path() + L"sub"));
+    EXPECT_FALSE(QM::IsExist(drive.Folder().Path() + L"sub"));
 }
 
 }  // namespace

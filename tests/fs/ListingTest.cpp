@@ -17,21 +17,14 @@ TEST(ListingTest, SuffixRulesForFilesAndFolders)
         CreateDirectoryW(dir.Path() + sub, nullptr);
     const CString folder = dir.Path(), trailing = folder + L"\\\\", missing = folder + L"missing";
     using Names = std::set<std::wstring>;
-    const struct {
-        const char* row;
-        decltype(&QM::GetPathFiles) list;
-        const wchar_t *folder, *name, *ext;
-        bool keepExt;
-        Names expected;
-    } rows[] = {
-        // A character-set trim: "xgd.dwg" loses ".dwg" and then "gd" as well;
-        // "plan.DWG" keeps its upper-case suffix as characters compare exactly.
+    const struct { const char* row; decltype(&QM::GetPathFiles) list; const wchar_t *folder, *name, *ext; bool keepExt;
+                   Names expected; } rows[] = {
+        // A character-set trim: "xgd.dwg" loses ".dwg" and "gd"; "plan.DWG" keeps its suffix (exact compare).
         {"files trimmed", QM::GetPathFiles, folder, L"*", L"dwg", false, {L"drawin", L"plan.DWG", L"x", L"locke"}},
         {"files kept", QM::GetPathFiles, folder, L"*", L"dwg", true,
          {L"drawing.dwg", L"plan.DWG", L"xgd.dwg", L"locked.dwg"}},
         {"dots and backslashes", QM::GetPathFiles, trailing, L"d*", L"..dwg", true, {L"drawing.dwg"}},
-        // Wine reports folders with the directory attribute alone, so they show
-        // the archive filter at work: a "*.*" search finds them and drops them.
+        // Folders carry no archive attribute in Wine: the "*.*" search finds them and drops them.
         {"no folders as files", QM::GetPathFiles, folder, L"*", L"*", true,
          {L"drawing.dwg", L"plan.DWG", L"xgd.dwg", L"notes.txt", L"locked.dwg"}},
         // Folders lose exactly the suffix, ignoring case.

@@ -1,54 +1,34 @@
-// PathPartsTest.cpp - path parts, existence, writability and nested folder
-// creation on real folders.
+// PathPartsTest.cpp - path parts, existence, writability and nested folder creation.
 #include <gtest/gtest.h>
 
 #include "support/TempDir.h"
 
 namespace {
 
-bool IsFolder(const CString& path)
-{
-    const DWORD attributes = GetFileAttributesW(path);
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
-}
-
 TEST(PathPartsTest, SplitsIntoNameTitleExtensionAndFolder)
 {
     const CString overLong = L"C:\\" + CString(L'x', 300) + L"\\a.dwg";
     const CString atLimit = L"C:\\" + CString(L'x', 251) + L"\\a.dwg", atLimitFolder = atLimit.Left(255);   // 260 characters
-    const struct {
-        const wchar_t *path, *name, *title, *ext, *folder;
-    } rows[] = {
-        {L"C:\\x\\a.dwg", L"a.dwg", L"a", L"dwg", L"C:\\x\\"},
-        {L"a.dwg", L"a.dwg", L"a", L"dwg", L""},
-        {L"C:/x/y/a.tar.gz", L"a.tar.gz", L"a.tar", L"gz", L"C:/x/y/"},
-        {L"C:\\x\\a", L"a", L"a", L"", L"C:\\x\\"},
-        {L"C:\\x\\", L"", L"", L"", L"C:\\x\\"},
-        {L"C:a.dwg", L"a.dwg", L"a", L"dwg", L"C:"},
+    const struct { const wchar_t *path, *name, *title, *ext, *folder; } rows[] = {
+        {L"C:\\x\\a.dwg", L"a.dwg", L"a", L"dwg", L"C:\\x\\"}, {L"a.dwg", L"a.dwg", L"a", L"dwg", L""},
+        {L"C:/x/y/a.tar.gz", L"a.tar.gz", L"a.tar", L"gz", L"C:/x/y/"}, {L"C:\\x\\a", L"a", L"a", L"", L"C:\\x\\"},
+        {L"C:\\x\\", L"", L"", L"", L"C:\\x\\"}, {L"C:a.dwg", L"a.dwg", L"a", L"dwg", L"C:"},
         {L"\\\\srv\\share\\d\\b.sld", L"b.sld", L"b", L"sld", L"\\\\srv\\share\\d\\"},
-        {L"", L"", L"", L"", L""},
-        {nullptr, L"", L"", L"", L""},
-        {atLimit, L"a.dwg", L"a", L"dwg", atLimitFolder},
-        {overLong, L"", L"", L"", L""},  // past the platform's limit: nothing
-    };
-    for (size_t i = 0; i < sizeof rows / sizeof rows[0]; ++i) {
-        const auto& row = rows[i];
-        EXPECT_EQ(QM::GetFileName(row.path), CString(row.name)) << "row " << i;
-        EXPECT_EQ(QM::GetFileTitle(row.path), CString(row.title)) << "row " << i;
-        EXPECT_EQ(QM::GetFileExt(row.path), CString(row.ext)) << "row " << i;
-        EXPECT_EQ(QM::GetFilePath(row.path), CString(row.folder)) << "row " << i;
+        {L"", L"", L"", L"", L""}, {nullptr, L"", L"", L"", L""}, {atLimit, L"a.dwg", L"a", L"dwg", atLimitFolder},
+        {overLong, L"", L"", L"", L""}};  // past the platform's limit: nothing
+    for (const auto& row : rows) {
+        SCOPED_TRACE(::testing::Message() << (row.path ? lstrlenW(row.path) : -1) << " characters");
+        const CString parts[] = {QM::GetFileName(row.path), QM::GetFileTitle(row.path), QM::GetFileExt(row.path),
+                                 QM::GetFilePath(row.path)};
+        EXPECT_EQ(parts[0] + L"|" + parts[1] + L"|" + parts[2] + L"|" + parts[3],
+                  CString(row.name) + L"|" + row.title + L"|" + row.ext + L"|" + row.folder);
     }
     EXPECT_TRUE(QM::IsNULL(nullptr) && QM::IsNULL(L"") && !QM::IsNULL(L" "));
 }
 
-class PathOnDiskTest : public ::testing::Test
+TEST(PathOnDiskTest, IsExistIsDirReadOnlyAndMkMDirOnRealFoldersLongPathsIncluded)
 {
-protected:
     qmtest::TempDir dir;
-};
-
-TEST_F(PathOnDiskTest, IsExistFindsFilesAndEmptyFoldersWithOrWithoutSeparator)
-{
     ASSERT_TRUE(CreateDirectoryW(dir.Path() + L"empty", nullptr));
     const CString file = dir.WriteFile(L"a.dwg", "x");
     const struct { CString path; bool exists; } rows[] = {
@@ -59,13 +39,7 @@ TEST_F(PathOnDiskTest, IsExistFindsFilesAndEmptyFoldersWithOrWithoutSeparator)
     for (const auto& row : rows)
         EXPECT_EQ(QM::IsExist(row.path), row.exists) << row.path.GetString();
     EXPECT_FALSE(QM::IsExist(nullptr));
-}
-
-// Beyond MAX_PATH only the platform sets limits: a long tree is made and
-// found, and DeleteTree, whose buffer cannot take it, refuses it rather
-// than calling it absent.
-TEST_F(PathOnDiskTest, LongPathsAreMadeFoundAndNotTakenForAbsent)
-{
+    // Beyond MAX_PATH a tree is made and found, and DeleteTree, whose buffer cannot take it, refuses it.
     CString deep = dir.Path();
     while (deep.GetLength() <= 300)
         deep += L"abcdefghi\\";
@@ -73,40 +47,23 @@ TEST_F(PathOnDiskTest, LongPathsAreMadeFoundAndNotTakenForAbsent)
     EXPECT_TRUE(QM::IsExist(deep));
     EXPECT_FALSE(QM::DeleteTree(deep, false));
     EXPECT_TRUE(QM::IsExist(deep));
-}
-
-TEST_F(PathOnDiskTest, IsDirReadOnlyProbesWithoutLeavingTheProbe)
-{
+    // IsDirReadOnly probes without leaving the probe.
     EXPECT_FALSE(QM::IsDirReadOnly(dir.Path()));
-    WIN32_FIND_DATAW data;
-    HANDLE search = FindFirstFileW(dir.Path() + L"*.$$$", &data);
-    EXPECT_EQ(search, INVALID_HANDLE_VALUE) << "probe file left behind";
-    if (search != INVALID_HANDLE_VALUE)
-        FindClose(search);
+    CFileFind probe;
+    EXPECT_FALSE(probe.FindFile(dir.Path() + L"*.$$$")) << "probe file left behind";
     EXPECT_TRUE(QM::IsDirReadOnly(dir.Path() + L"missing\\"));
-}
-
-TEST_F(PathOnDiskTest, MkMDirCreatesEveryMissingLevel)
-{
-    const CString deep = dir.Path() + L"a\\b\\c";
-    EXPECT_TRUE(QM::MkMDir(deep));
-    EXPECT_TRUE(IsFolder(deep));
-    EXPECT_TRUE(QM::MkMDir(deep + L"\\d\\"));
-    EXPECT_TRUE(IsFolder(deep + L"\\d"));
-    EXPECT_TRUE(QM::MkMDir(deep)) << "an existing tree is fine";
-}
-
-TEST_F(PathOnDiskTest, MkMDirRefusesRootsOverLongPathsAndFilesInTheWay)
-{
+    // MkMDir creates every missing level but refuses roots, over-long names and files in the way.
+    const CString tree = dir.Path() + L"a\\b\\c";
+    EXPECT_TRUE(QM::MkMDir(tree) && QM::MkMDir(tree + L"\\d\\") && QM::MkMDir(tree));   // an existing tree is fine
+    EXPECT_TRUE(QM::IsExist(tree + L"\\d\\"));
     for (const wchar_t* root : {L"C:\\", L"C:", L"\\\\srv\\share\\", L"\\\\srv\\"})
         EXPECT_FALSE(QM::MkMDir(root)) << root;
     EXPECT_FALSE(QM::MkMDir(dir.Path() + CString(L'z', 300)));
 
-    const CString file = dir.WriteFile(L"f", "keep");
-    EXPECT_FALSE(QM::MkMDir(file + L"\\g\\h"));
-    EXPECT_EQ(qmtest::TempDir::ReadFile(file), "keep");
-    EXPECT_FALSE(IsFolder(file));
-    EXPECT_EQ(GetFileAttributesW(file + L"\\g"), INVALID_FILE_ATTRIBUTES);
+    const CString inTheWay = dir.WriteFile(L"f", "keep");
+    EXPECT_FALSE(QM::MkMDir(inTheWay + L"\\g\\h"));
+    EXPECT_EQ(qmtest::TempDir::ReadFile(inTheWay), "keep");
+    EXPECT_EQ(GetFileAttributesW(inTheWay + L"\\g"), INVALID_FILE_ATTRIBUTES);
 }
 
 }  // namespace

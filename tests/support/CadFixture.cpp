@@ -5,14 +5,8 @@
 
 #include <memory>
 #include <tuple>
-#include <vector>
 
 namespace qmtest {
-
-const wchar_t kSoftKey[] = L"SOFTWARE\\Tarvel\\QMTestSuite\\9.1";
-const wchar_t kR161[] = L"Software\\Autodesk\\AutoCAD\\R16.1";
-const wchar_t kProfileName[] = L"<<QM Test>>";
-const wchar_t kProfileKey[] = L"Software\\Autodesk\\AutoCAD\\R16.1\\\\Profiles\\<<QM Test>>\\";
 
 CadInstallation::CadInstallation()
 {
@@ -33,9 +27,7 @@ CadInstallation::CadInstallation()
         m_guards.emplace_back(root, key);
         RegDeleteTreeW(root, key);
     }
-    // Blanks and a doubled backslash as a hand-edited setup script leaves
-    // them; the user's current product lacks its executable (an uninstalled
-    // language pack).
+    // Blanks and doubled backslashes as hand-edited setups leave them.
     const std::tuple<HKEY, CString, const wchar_t*, CString> values[] = {
         {lm, kSoftKey, L"InstallDir", L"  " + Folder(L"Suite\\\\") + L"  "},
         {cu, kSoftKey, L"LocalDir", Folder(L"Local\\")},
@@ -59,8 +51,7 @@ CadInstallation::CadInstallation()
     const DWORD count = 3;
     RegSetKeyValueW(cu, profile + L"\\Menus", L"Count", REG_DWORD, &count, sizeof(count));
 
-    // The library read the start-up file beside it when it loaded; the
-    // tests work on a copy so overrides never touch the build.
+    // The tests work on a copy of the start-up file beside the library.
     wchar_t exe[MAX_PATH] = L"";
     GetModuleFileNameW(nullptr, exe, MAX_PATH);
     CopyFileW(QM::GetFilePath(exe) + L"INIT.ini", Folder(L"INIT.ini"), FALSE);
@@ -88,12 +79,10 @@ SettingOverride::SettingOverride(const wchar_t* key, const wchar_t* value, const
     : m_key(key), m_section(section)
 {
     const CString path = QM::CInitSetting().GetFilePath();
-    wchar_t old[2048] = {};
-    m_existed = GetPrivateProfileStringW(section, key, L"\x01", old, ARRAYSIZE(old), path) != 1 || old[0] != 1;
-    m_old = old;
+    m_old = Profile(section, key, path);
+    m_existed = m_old != L"<absent>";
     WritePrivateProfileStringW(section, key, value, path);
-    // Re-read: a new key written through the cache would make it forget the
-    // section's other keys.
+    // Re-read: a new key written through the cache would make it forget the section's others.
     QM::CInitSetting().SetFilePath(path);
 }
 
@@ -113,10 +102,8 @@ EnvOverride::~EnvOverride() { SetEnvironmentVariableW(m_name, m_old == L"<missin
 
 CString GetEnv(const wchar_t* name)
 {
-    const DWORD size = GetEnvironmentVariableW(name, nullptr, 0);
-    std::vector<wchar_t> value(size + 1);
-    GetEnvironmentVariableW(name, value.data(), size + 1);
-    return size > 0 ? CString(value.data()) : CString(L"<missing>");
+    static wchar_t value[32768];
+    return GetEnvironmentVariableW(name, value, ARRAYSIZE(value)) > 0 ? CString(value) : CString(L"<missing>");
 }
 
 }  // namespace qmtest

@@ -1,15 +1,9 @@
-// CadFixture.h - an installed CAD host and suite, laid out in a temporary
-// folder and the test prefix's registry, with the start-up settings read
-// from a copy of the suite's INIT.ini. One installation serves a whole test
-// executable (static auto* env = ::testing::AddGlobalTestEnvironment(new
-// qmtest::CadEnvironment)), since the library keeps some answers for the
-// life of the process; a child process (ChildProcess.h) sets up its own.
-//
-//   AutoCAD 2005\      release 16.1, product ACAD-301:804 (machine's CurVer): Acad.exe, Support, Fonts, express
-//   AutoCAD 2005 EN\   release 16.1, product ACAD-301:409 (user's CurVer): no Acad.exe
-//   AutoCAD 2002\      release 15.0, product ACAD-1:804 (CurVer), location with trailing backslashes
-//   R14\               release 14.0, product ACAD-1:409, no CurVer
-//   Suite\             install folder (Bin, Support, Sys); Local\Data\ local folder; Work\W\X work folder (absent)
+// CadFixture.h - a CAD host and suite installed in a temporary folder and the
+// prefix's registry, for a whole test executable (the library caches answers):
+//   static auto* env = ::testing::AddGlobalTestEnvironment(new qmtest::CadEnvironment);
+// Layout: "AutoCAD 2005" (16.1, ACAD-301:804, machine CurVer), "AutoCAD 2005 EN"
+// (ACAD-301:409, user CurVer, no Acad.exe), "AutoCAD 2002" (15.0), "R14" (no
+// CurVer), Suite\ (Bin, Support, Sys), Local\Data\, Work\W\X (absent).
 #pragma once
 #include <QMUtil.h>
 #include <gtest/gtest.h>
@@ -21,10 +15,11 @@
 
 namespace qmtest {
 
-extern const wchar_t kSoftKey[];      // SOFTWARE\Tarvel\QMTestSuite\9.1
-extern const wchar_t kR161[];         // Software\Autodesk\AutoCAD\R16.1
-extern const wchar_t kProfileName[];  // <<QM Test>>
-extern const wchar_t kProfileKey[];   // the active profile's key as the library builds it
+inline const wchar_t kSoftKey[] = L"SOFTWARE\\Tarvel\\QMTestSuite\\9.1";
+inline const wchar_t kR161[] = L"Software\\Autodesk\\AutoCAD\\R16.1";
+inline const wchar_t kProfileName[] = L"<<QM Test>>";
+// The active profile's key as the library builds it.
+inline const wchar_t kProfileKey[] = L"Software\\Autodesk\\AutoCAD\\R16.1\\\\Profiles\\<<QM Test>>\\";
 
 class CadInstallation
 {

@@ -1,8 +1,5 @@
-// ChildProcess.h - programs of the build run as child processes: one test of
-// this executable again in a fresh process, for cases that need the
-// library's once-per-process answers (cached folders, switches) to start
-// from nothing, and qmtool as a user runs it, its output kept.
-//
+// ChildProcess.h - one test of this executable in a fresh process (the
+// library's once-per-process answers start from nothing), and qmtool.
 //   TEST(Folders, RetriedAfterFailure) { EXPECT_EQ(0, qmtest::RunInChild("FoldersChild.RetriedAfterFailure")); }
 //   TEST(FoldersChild, RetriedAfterFailure) { QMTEST_CHILD_ONLY(); ...; qmtest::ChildReached(); }
 //   EXPECT_EQ(1, qmtest::RunQmtool(L"rm Q:\\", output));
@@ -13,18 +10,13 @@
 namespace qmtest {
 
 bool IsChildProcess();
-// Runs this executable with --gtest_filter=`test`; returns its exit code (0
-// when every selected test passed), -1 when it could not start, and -2 when
-// it passed without reaching ChildReached() (a filter that selected nothing,
-// or a test that skipped). With `startupIni` the child runs from copies of
-// this executable and QMUtil.dll beside an INIT.ini holding those bytes, so
-// its library loads them.
+// Runs this executable with --gtest_filter=`test`: its exit code, -1 when it
+// could not start, -2 when it passed without reaching ChildReached(). With
+// `startupIni` it runs from a copy beside QMUtil.dll and an INIT.ini of those bytes.
 int RunInChild(const char* test, const char* startupIni = nullptr);
 // Called by a child test at its end, so the parent knows it really ran.
 void ChildReached();
-// Runs qmtool.exe (beside this executable) with `arguments`; returns its
-// exit code, or -1 when it could not start, with standard output and
-// standard error in `output`.
+// Runs qmtool.exe beside this executable: its exit code (or -1), its output in `output`.
 int RunQmtool(const CString& arguments, CString& output);
 
 }  // namespace qmtest

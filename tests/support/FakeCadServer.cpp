@@ -1,5 +1,4 @@
-// FakeCadServer.cpp - the host's application and drawing objects for tests,
-// on the stand-in servers' dispatch plumbing.
+// FakeCadServer.cpp - the host's application and drawing objects on the stand-in dispatch plumbing.
 #include "support/FakeCadServer.h"
 
 #include "support/servers/StandIn.h"

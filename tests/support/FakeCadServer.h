@@ -1,13 +1,7 @@
-// FakeCadServer.h - the CAD host's automation server, played by the test
-// process and registered in the test prefix only. It plays
-// Application.ActiveDocument, Application.Path and Document.SaveAs(fileName),
-// and records every call, and any other name asked as "unknown
-// <Object>.<name>". The test thread joins the multithreaded apartment for the
-// server's life; callers in other apartments reach it through standard
-// proxies (IDispatch's come with oleaut32).
-//
+// FakeCadServer.h - the CAD host's automation server played by the test process
+// (in the multithreaded apartment): Application.ActiveDocument, Application.Path
+// and Document.SaveAs, every call recorded, other names as "unknown <Object>.<name>".
 //   qmtest::FakeCadServer server(L"AutoCAD.Application.16.1", host);   // host.folder = L"C:\\CAD"
-//   EXPECT_EQ(expected, server.Calls());   // "get Application.Path", ...
 #pragma once
 #include <QMUtil.h>
 
@@ -30,16 +24,14 @@ struct FakeCadBehaviour
     CString folder;            // what Application.Path answers
     HRESULT saveError = S_OK;  // raised by SaveAs instead of saving (a read-only drawing, a full disk)
     bool hasSaveAs = true;     // false: the drawing knows no SaveAs at all
-    // Runs on a server thread with the call's record before the answer; lets
-    // a test hold the caller up or act in the middle.
+    // Runs on a server thread before each answer: a test may hold the caller up.
     std::function<void(const CString& call)> onCall;
 };
 
 class FakeCadServer
 {
 public:
-    // Registers the class object under a fresh class id, mapped from
-    // HKEY_CLASSES_ROOT\<progId>\CLSID unless `progId` is null.
+    // A fresh class id, mapped from HKEY_CLASSES_ROOT\<progId>\CLSID unless `progId` is null.
     FakeCadServer(const wchar_t* progId, FakeCadBehaviour behaviour);
     ~FakeCadServer();
     FakeCadServer(const FakeCadServer&) = delete;

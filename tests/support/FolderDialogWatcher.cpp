@@ -15,32 +15,20 @@ namespace {
 // The browse dialog's own control ids (the same on Windows and in Wine).
 enum { kTreeId = 0x3741, kTitleId = 0x3742, kStatusId = 0x3743 };
 
-CString Text(HWND window)
-{
-    wchar_t text[MAX_PATH] = L"";
-    GetWindowTextW(window, text, MAX_PATH);
-    return text;
-}
-
 // The text of the tree item the dialog has selected, or empty.
 CString SelectedItem(HWND dialog)
 {
     HWND tree = GetDlgItem(dialog, kTreeId);
     auto item = reinterpret_cast<HTREEITEM>(SendMessageW(tree, TVM_GETNEXTITEM, TVGN_CARET, 0));
     wchar_t text[MAX_PATH] = L"";
-    TVITEMW tvi = {};
-    tvi.mask = TVIF_TEXT;
-    tvi.hItem = item;
-    tvi.pszText = text;
-    tvi.cchTextMax = MAX_PATH;
+    TVITEMW tvi = {TVIF_TEXT, item, 0, 0, text, MAX_PATH, 0, 0, 0, 0};
     if (item != nullptr)
         SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&tvi));
     return text;
 }
 
-// Selects `path` and checks that the tree shows it. Wine's dialog now and
-// then ignores a move from a file to a folder beside it; going by way of the
-// parent folder gets the move done.
+// Selects `path` until the tree shows it; Wine now and then ignores a move from a file to a
+// folder beside it, so the retry goes by way of the parent folder.
 void Select(HWND dialog, const CString& path)
 {
     const CString title = QM::GetFileTitle(CString(path).TrimRight(L'\\'));
@@ -57,7 +45,7 @@ void Select(HWND dialog, const CString& path)
 
 FolderDialogState State(HWND dialog)
 {
-    return {IsWindowEnabled(GetDlgItem(dialog, IDOK)) != FALSE, Text(GetDlgItem(dialog, kStatusId))};
+    return {IsWindowEnabled(GetDlgItem(dialog, IDOK)) != FALSE, WindowText(GetDlgItem(dialog, kStatusId))};
 }
 
 void Drive(FolderDialogSeen& seen, const std::vector<CString>& selections, int button)
@@ -72,7 +60,7 @@ void Drive(FolderDialogSeen& seen, const std::vector<CString>& selections, int b
     if (dialog == nullptr)
         return;
     Sleep(100);  // let the dialog finish filling its tree
-    seen = {true, Text(GetDlgItem(dialog, kTitleId)), IsWindowVisible(GetDlgItem(dialog, kStatusId)) != FALSE,
+    seen = {true, WindowText(GetDlgItem(dialog, kTitleId)), IsWindowVisible(GetDlgItem(dialog, kStatusId)) != FALSE,
             State(dialog), {}};
     for (const CString& path : selections) {
         Select(dialog, path);

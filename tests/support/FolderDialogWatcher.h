@@ -1,10 +1,6 @@
-// FolderDialogWatcher.h - drives the shell's folder-browse dialog from a
-// thread: selects each path in turn, records what the dialog shows and
-// presses `button` (IDOK or IDCANCEL).
-//
-//   qmtest::FolderDialogWatcher watcher({dir + L"a"}, IDOK);
-//   CString chosen = QM::GetDir(nullptr, 1, 0, "Pick");   // blocks until closed
-//   EXPECT_TRUE(watcher.Wait().steps.at(0).okEnabled);
+// FolderDialogWatcher.h - from a thread, selects each path in the folder-browse
+// dialog in turn, records what it shows and presses `button`.
+//   qmtest::FolderDialogWatcher watcher({dir + L"a"}, IDOK);  QM::GetDir(nullptr, 1, 0, "Pick");
 #pragma once
 #include <QMUtil.h>
 

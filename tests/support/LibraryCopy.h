@@ -1,14 +1,6 @@
-// LibraryCopy.h - loads a fresh copy of QMUtil.dll from another folder, so
-// that its load sequence runs once more against prepared start-up files.
-//
-//   qmtest::TempDir dir;
-//   dir.WriteFile(L"INIT.ini", "[IniFilePath]\r\nSYS=a.ini\r\n");
-//   qmtest::LibraryCopy copy(dir.Path());
-//   auto sysPath = copy.Proc<CString()>("_ZN2QM14SysINIFilePathEv");
-//   sysPath();   // "a.ini"
-//
-// The copy has its own process-wide state; the test's own QMUtil.dll is not
-// touched. Exports are looked up by their mangled names.
+// LibraryCopy.h - a fresh copy of QMUtil.dll loaded from another folder, with
+// its own process-wide state, so its load sequence runs again there.
+//   qmtest::LibraryCopy copy(dir.Path());  CString sys = copy.Proc<CString()>("_ZN2QM14SysINIFilePathEv")();
 #pragma once
 #include <QMUtil.h>
 
@@ -17,7 +9,6 @@ namespace qmtest {
 class LibraryCopy
 {
 public:
-    // Copies the QMUtil.dll this test uses into `folder` and loads it there.
     explicit LibraryCopy(const CString& folder);
     ~LibraryCopy();
     LibraryCopy(const LibraryCopy&) = delete;

@@ -8,26 +8,11 @@ namespace qmtest {
 
 namespace {
 
-BOOL CALLBACK FindDialogProc(HWND window, LPARAM param)
+CString ClassName(HWND window)
 {
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
     wchar_t cls[32] = L"";
     GetClassNameW(window, cls, 32);
-    if (process == GetCurrentProcessId() && IsWindowVisible(window) && lstrcmpW(cls, L"#32770") == 0) {
-        *reinterpret_cast<HWND*>(param) = window;
-        return FALSE;
-    }
-    return TRUE;
-}
-
-CString WindowText(HWND window)
-{
-    CString text;
-    int length = GetWindowTextLengthW(window);
-    GetWindowTextW(window, text.GetBuffer(length + 1), length + 1);
-    text.ReleaseBuffer();
-    return text;
+    return cls;
 }
 
 UINT IconKind(HICON icon)
@@ -41,50 +26,54 @@ UINT IconKind(HICON icon)
     return 0;
 }
 
-struct ChildScan
+// The box's buttons left to right, its default button (Enter presses it) and its icon.
+void ScanChildren(HWND box, MsgBoxSeen& seen)
 {
-    MsgBoxSeen* seen;
     std::vector<std::pair<LONG, int>> buttons;  // left edge, id
-};
-
-BOOL CALLBACK ScanChildProc(HWND child, LPARAM param)
-{
-    auto* scan = reinterpret_cast<ChildScan*>(param);
-    wchar_t cls[32] = L"";
-    GetClassNameW(child, cls, 32);
-    if (!IsWindowVisible(child))
-        return TRUE;
-    if (lstrcmpiW(cls, L"Button") == 0) {
-        RECT rect;
-        GetWindowRect(child, &rect);
-        scan->buttons.emplace_back(rect.left, GetDlgCtrlID(child));
-        // Enter presses the button drawn as the default one.
-        if ((GetWindowLongW(child, GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON)
-            scan->seen->defaultButton = GetDlgCtrlID(child);
-    } else if (lstrcmpiW(cls, L"Static") == 0 && (GetWindowLongW(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON) {
-        scan->seen->icon = IconKind(reinterpret_cast<HICON>(SendMessageW(child, STM_GETICON, 0, 0)));
+    for (HWND child = GetWindow(box, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+        const LONG style = GetWindowLongW(child, GWL_STYLE);
+        if (!IsWindowVisible(child))
+            continue;
+        if (ClassName(child).CompareNoCase(L"Button") == 0) {
+            RECT rect;
+            GetWindowRect(child, &rect);
+            buttons.emplace_back(rect.left, GetDlgCtrlID(child));
+            if ((style & BS_TYPEMASK) == BS_DEFPUSHBUTTON)
+                seen.defaultButton = GetDlgCtrlID(child);
+        } else if (ClassName(child).CompareNoCase(L"Static") == 0 && (style & SS_TYPEMASK) == SS_ICON) {
+            seen.icon = IconKind(reinterpret_cast<HICON>(SendMessageW(child, STM_GETICON, 0, 0)));
+        }
     }
-    return TRUE;
+    std::sort(buttons.begin(), buttons.end());
+    for (const auto& button : buttons)
+        seen.buttons.push_back(button.second);
 }
 
 }  // namespace
 
 HWND FindProcessDialog()
 {
-    HWND found = nullptr;
-    EnumWindows(FindDialogProc, reinterpret_cast<LPARAM>(&found));
-    return found;
+    for (HWND window = GetTopWindow(nullptr); window != nullptr; window = GetWindow(window, GW_HWNDNEXT)) {
+        DWORD process = 0;
+        GetWindowThreadProcessId(window, &process);
+        if (process == GetCurrentProcessId() && IsWindowVisible(window) && ClassName(window) == L"#32770")
+            return window;
+    }
+    return nullptr;
+}
+
+CString WindowText(HWND window)
+{
+    CString text;
+    const int length = GetWindowTextLengthW(window);
+    GetWindowTextW(window, text.GetBuffer(length + 1), length + 1);
+    text.ReleaseBuffer();
+    return text;
 }
 
 MsgBoxWatcher::MsgBoxWatcher(Answer answer, HWND probe, DWORD timeoutMs)
     : m_thread(&MsgBoxWatcher::Run, this, answer, probe, timeoutMs)
 {
-}
-
-MsgBoxWatcher::~MsgBoxWatcher()
-{
-    if (m_thread.joinable())
-        m_thread.join();
 }
 
 const MsgBoxSeen& MsgBoxWatcher::Wait()
@@ -110,11 +99,7 @@ void MsgBoxWatcher::Run(Answer answer, HWND probe, DWORD timeoutMs)
     m_seen.text = WindowText(GetDlgItem(box, 0xFFFF));
     if (probe != nullptr)
         m_seen.probeEnabled = IsWindowEnabled(probe) != FALSE;
-    ChildScan scan{&m_seen, {}};
-    EnumChildWindows(box, ScanChildProc, reinterpret_cast<LPARAM>(&scan));
-    std::sort(scan.buttons.begin(), scan.buttons.end());
-    for (const auto& button : scan.buttons)
-        m_seen.buttons.push_back(button.second);
+    ScanChildren(box, m_seen);
 
     if (answer.button == 0)
         PostMessageW(box, WM_KEYDOWN, VK_RETURN, 0);

@@ -1,10 +1,6 @@
-// MsgBoxWatcher.h - finds the message box this process shows, reads it and
-// answers it, so that code showing a box can be tested under Xvfb.
-//
-//   qmtest::MsgBoxWatcher watcher(qmtest::MsgBoxWatcher::Press(IDYES));
-//   bool yes = QM::MsgYesNo(nullptr, L"text", true);   // blocks until answered
-//   const qmtest::MsgBoxSeen& seen = watcher.Wait();
-//   EXPECT_EQ(seen.caption, CString(L"塔维提示！"));
+// MsgBoxWatcher.h - finds, reads and answers the message box this process shows.
+//   qmtest::MsgBoxWatcher watcher(qmtest::MsgBoxWatcher::Press(IDYES));   // before the box shows
+//   QM::MsgYesNo(nullptr, L"text", true);  EXPECT_EQ(watcher.Wait().text, CString(L"text"));
 #pragma once
 #include <QMUtil.h>
 
@@ -35,14 +31,12 @@ public:
     static Answer Press(int button) { return Answer{button}; }
     static Answer Enter() { return Answer{0}; }
 
-    // Starts watching at once; `probe` is a window whose enabled state is
-    // recorded while the box is open (task-modal boxes disable it).
+    // Starts watching at once; records `probe`'s enabled state while the box is up.
     explicit MsgBoxWatcher(Answer answer, HWND probe = nullptr, DWORD timeoutMs = 10000);
-    ~MsgBoxWatcher();
+    ~MsgBoxWatcher() { Wait(); }
     MsgBoxWatcher(const MsgBoxWatcher&) = delete;
     MsgBoxWatcher& operator=(const MsgBoxWatcher&) = delete;
 
-    // Waits for the watcher to finish and returns what it saw.
     const MsgBoxSeen& Wait();
 
 private:
@@ -54,5 +48,6 @@ private:
 
 // The first visible top-level dialog (class "#32770") of this process.
 HWND FindProcessDialog();
+CString WindowText(HWND window);
 
 }  // namespace qmtest

@@ -1,10 +1,6 @@
-// RegGuard.h - a registry key a test creates or changes, put back as it was
-// when the guard goes. When a level of the path is missing, that level goes
-// with everything below it; a key that existed is copied aside (under
-// HKCU\Software\QMTestBackup) and copied back.
-//
-//   qmtest::RegGuard guard(HKEY_LOCAL_MACHINE, L"Software\\Autodesk\\AutoCAD\\R16.1");
-//   qmtest::SetRegValue(HKEY_LOCAL_MACHINE, L"Software\\Autodesk\\AutoCAD\\R16.1", L"CurVer", L"ACAD-301:804");
+// RegGuard.h - a registry key put back as it was when the guard goes: a
+// missing level is deleted whole, an existing key is saved aside and restored.
+//   qmtest::RegGuard guard(HKEY_CURRENT_USER, L"Software\\X");   // then change Software\X freely
 #pragma once
 #include <QMUtil.h>
 

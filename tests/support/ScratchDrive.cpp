@@ -10,8 +10,7 @@
 namespace qmtest {
 namespace {
 
-// The mount manager's request that winecfg uses to add or remove a letter:
-// a header, then the Unix folder as a NUL-terminated byte string.
+// winecfg's request to the mount manager: this header, then the Unix folder, NUL-terminated.
 struct UnixDrive
 {
     ULONG size, type, fsType;

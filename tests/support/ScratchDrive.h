@@ -1,10 +1,6 @@
-// ScratchDrive.h - a free drive letter mapped to a fresh temporary folder
-// for the life of the object (Wine's mount manager makes the letter), so that
+// ScratchDrive.h - a free drive letter mapped to a fresh temporary folder, so
 // tests can aim at a whole drive without risking one.
-//
-//   qmtest::ScratchDrive drive;
-//   ASSERT_TRUE(drive.Mapped());
-//   drive.Folder().WriteFile(L"keep.txt", "k");   // drive.Root() + L"keep.txt"
+//   qmtest::ScratchDrive drive;  drive.Folder().WriteFile(L"keep.txt", "k");   // drive.Root() + L"keep.txt"
 #pragma once
 #include "support/TempDir.h"
 

@@ -1,8 +1,6 @@
 // TempDir.h - a fresh folder per test, removed with everything in it.
-//
 //   TempDir dir;
 //   CString file = dir.Path() + L"a.ini";     // Path() ends with a backslash
-//
 #pragma once
 #include <QMUtil.h>
 
@@ -39,5 +37,13 @@ private:
 
 // Removes a folder tree, clearing read-only attributes on the way.
 void RemoveTree(const wchar_t* folder);
+
+// A value as the platform's own profile reader sees it, or "<absent>".
+inline CString Profile(const wchar_t* section, const wchar_t* key, const wchar_t* path)
+{
+    wchar_t buffer[4096];
+    GetPrivateProfileStringW(section, key, L"<absent>", buffer, 4096, path);
+    return CString(buffer);
+}
 
 }  // namespace qmtest

@@ -1,6 +1,4 @@
-// Throws.h - whether an action raised the platform's invalid-argument fault,
-// and the cause of the file fault it raised.
-//
+// Throws.h - the platform faults an action raised.
 //   EXPECT_TRUE(qmtest::ThrowsInvalidArg([&] { names.GetAt(99); }));
 //   EXPECT_EQ(CFileException::fileNotFound, qmtest::FileFaultCause([&] { CFile::Remove(L"none"); }));
 #pragma once
@@ -8,7 +6,7 @@
 
 namespace qmtest {
 
-// Runs `action`; true when it threw CInvalidArgException* (which is freed).
+// True when `action` threw CInvalidArgException* (freed).
 template <class F>
 bool ThrowsInvalidArg(F action)
 {
@@ -22,7 +20,7 @@ bool ThrowsInvalidArg(F action)
     return false;
 }
 
-// Runs `action`; the m_cause of the CFileException* it threw (freed), or -1.
+// The m_cause of the CFileException* `action` threw (freed), or -1.
 template <class F>
 int FileFaultCause(F action)
 {
