@@ -126,11 +126,13 @@ bool CWndRouting::Enter(HWND hWnd, CWnd* wnd)
     return registry.permanent.emplace(hWnd, wnd).second;
 }
 
+// The window's object lets go; our procedure goes too unless the window
+// still reflects for attached children.
 void CWndRouting::Leave(HWND hWnd)
 {
-    Registry& registry = TheRegistry();
-    std::lock_guard<std::mutex> hold(registry.lock);
-    registry.permanent.erase(hWnd);
+    std::lock_guard<std::mutex> hold(TheRegistry().lock);
+    TheRegistry().permanent.erase(hWnd);
+    UnwatchLocked(hWnd);
 }
 
 // Attached windows, and the parents that reflect for them, get our
@@ -242,11 +244,7 @@ LRESULT CALLBACK CWndRouting::ObjectProc(HWND hWnd, UINT message, WPARAM wParam,
 void CWndRouting::Release(CWnd* wnd)
 {
     const HWND hWnd = wnd->m_hWnd;
-    {
-        std::lock_guard<std::mutex> hold(TheRegistry().lock);
-        TheRegistry().permanent.erase(hWnd);
-        UnwatchLocked(hWnd);
-    }
+    Leave(hWnd);
     if (wnd->m_reflectingParent != nullptr)
         ReleaseReflector(wnd->m_reflectingParent);
     ReleaseHook(wnd->m_hookThread);
