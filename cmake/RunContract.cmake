@@ -1,0 +1,33 @@
+# Runs one command-line contract check:
+#   cmake -DEXIT=2 [-DSTDOUT=regex] [-DSTDERR=regex] [-DNO_STDOUT=1] -P RunContract.cmake -- PROGRAM ARGS...
+# The program's exit code must equal EXIT; standard output and standard error
+# must match their regular expressions when given (NO_STDOUT: output must be
+# empty). Any difference prints all three and fails the test.
+set(command)
+set(take OFF)
+math(EXPR last "${CMAKE_ARGC} - 1")
+foreach(i RANGE 0 ${last})
+  if(take)
+    list(APPEND command "${CMAKE_ARGV${i}}")
+  elseif(CMAKE_ARGV${i} STREQUAL "--")
+    set(take ON)
+  endif()
+endforeach()
+execute_process(COMMAND ${command} RESULT_VARIABLE code OUTPUT_VARIABLE out ERROR_VARIABLE err)
+set(problems)
+if(NOT code STREQUAL EXIT)
+  list(APPEND problems "exit code ${code}, expected ${EXIT}")
+endif()
+if(DEFINED STDOUT AND NOT out MATCHES "${STDOUT}")
+  list(APPEND problems "standard output does not match: ${STDOUT}")
+endif()
+if(NO_STDOUT AND NOT out STREQUAL "")
+  list(APPEND problems "standard output should be empty")
+endif()
+if(DEFINED STDERR AND NOT err MATCHES "${STDERR}")
+  list(APPEND problems "standard error does not match: ${STDERR}")
+endif()
+if(problems)
+  string(REPLACE ";" "\n  " problems "${problems}")
+  message(FATAL_ERROR "  ${problems}\n--- stdout ---\n${out}\n--- stderr ---\n${err}")
+endif()
