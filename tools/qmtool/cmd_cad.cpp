@@ -23,6 +23,10 @@ int RunEnv(const Command& self, Args& args)
     if (int bad = args.Reject(self, 0, 0, L"takes no arguments"))
         return bad;
     CString dir, text;
+    // Every other line depends on which start-up file the library bound.
+    const CString startup = QM::CInitSetting().GetFilePath();
+    text += Line(L"start-up file", QM::IsExist(startup), startup,
+                 QM::IsExist(startup) ? CString() : L"  (neither Sys\\INIT.ini nor INIT.ini beside QMUtil.dll)");
     text += Line(L"registry key", true, QM::GetSoftRegItem(), L"");
     bool found = QM::GetInstallDir(dir);
     text += Line(L"install", found, dir, Source(L"InstallDir"));
@@ -85,13 +89,15 @@ int RunScripts(const Command& self, Args& args)
     return kOk;
 }
 
-const Command env{L"env", L"env", L"the suite's folders and the settings that locate them", RunEnv};
+const Command env{L"env", L"env", L"the start-up file the library loaded, the suite's folders and the settings that "
+                  L"locate them", RunEnv, L"qmtool env", L"one labelled line each, \"(not found)\" where a folder is unknown"};
 const Command cad{L"cad", L"cad", L"configured CAD release, its key, folder, active profile and command line",
-                  RunCad};
+                  RunCad, L"qmtool cad", L"one labelled line each, \"(not found)\" where the host is unknown"};
 const Command expand{L"expand", L"expand TEXT", L"TEXT with its path macros (%INSTALLDIR%, %ACADDIR%, ...) expanded",
-                     RunExpand};
+                     RunExpand, L"qmtool expand '%WORKDIR%Temp'", L"the expanded text; an unknown macro stays as written"};
 const Command scripts{L"scripts", L"scripts [--delete]",
-                      L"hostile acad.lsp/acadapp.lsp in the host's folders; deleted only with --delete", RunScripts};
+                      L"hostile acad.lsp/acadapp.lsp in the host's folders; deleted only with --delete", RunScripts,
+                      L"qmtool scripts", L"each hostile script's path, then the counts"};
 
 }  // namespace
 }  // namespace qmtool

@@ -28,14 +28,36 @@ bool HasKey(INISetting& ini, const wchar_t* section, const wchar_t* key)
     return false;
 }
 
+// The characters of `text` that the ANSI code page cannot hold, each once:
+// the settings files are ANSI, and such a character would be written as "?".
+CString NotInAnsi(const CString& text)
+{
+    CString bad;
+    for (int i = 0; i < text.GetLength(); ++i) {
+        const int length = IS_HIGH_SURROGATE(text[i]) && i + 1 < text.GetLength() ? 2 : 1;
+        const CString ch = text.Mid(i, length);
+        BOOL lost = FALSE;
+        char bytes[8];
+        WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, ch, length, bytes, sizeof bytes, nullptr, &lost);
+        if (lost && bad.Find(ch) < 0)
+            bad += ch;
+        i += length - 1;
+    }
+    return bad;
+}
+
 int IniGet(const Command& self, const std::vector<CString>& words, bool hasDefault, const CString& fallback)
 {
     if (words.size() != 4)
         return Usage(self, L"get needs FILE SECTION KEY");
     INISetting ini;
     if (!ini.SetFilePath(FullPath(words[1]))) {
+        // A reader of the setting would get the default: so does this one.
         Err(L"qmtool ini: " + words[1] + L" is missing or holds no keys\n");
-        return kFailed;
+        if (!hasDefault)
+            return kFailed;
+        Out(fallback + L"\n");
+        return kOk;
     }
     if (!HasKey(ini, words[2], words[3]) && !hasDefault) {
         Err(L"qmtool ini: " + words[3] + L" is not set in [" + words[2] + L"]\n");
@@ -49,6 +71,11 @@ int IniSet(const Command& self, const std::vector<CString>& words)
 {
     if (words.size() != 5)
         return Usage(self, L"set needs FILE SECTION KEY VALUE");
+    const CString lost = NotInAnsi(words[2] + words[3] + words[4]);
+    if (!lost.IsEmpty()) {
+        Err(L"qmtool ini: the settings file's code page cannot hold " + lost + L"; nothing was written\n");
+        return kFailed;
+    }
     const CString path = FullPath(words[1]);
     INISetting ini;
     ini.SetFilePath(path);   // a new file is fine: the write creates it
@@ -106,6 +133,8 @@ int RunIni(const Command& self, Args& args)
     const std::vector<CString>& words = args.Positional();
     if (words.empty())
         return Usage(self, L"needs get, set or dump");
+    if (int bad = args.RejectEmptyPath(self, 1))
+        return bad;
     if (hasDefault && words[0] != L"get")
         return Usage(self, L"--default goes with get only");
     if (words[0] == L"get")
@@ -182,13 +211,16 @@ int RunNum(const Command& self, Args& args)
     return kOk;
 }
 
-const Command ini{L"ini", L"ini get|set|dump FILE [SECTION [KEY [VALUE]]]",
-                  L"read (get, --default TEXT for an absent key), write (set) or list (dump) settings "
-                  L"through the settings cache",
-                  RunIni};
+const Command ini{L"ini", L"ini get FILE SECTION KEY [--default TEXT] | ini set FILE SECTION KEY VALUE | ini dump FILE [SECTION]",
+                  L"read (get; --default TEXT answers for an absent key or file), write (set) or list (dump) "
+                  L"settings through the settings cache",
+                  RunIni, L"qmtool ini get k.ini Precision ZERO --default 0.000001",
+                  L"get: the value; set: \"[SECTION] KEY=VALUE\"; dump: the sections with their keys"};
 const Command reg{L"reg", L"reg get|set ROOT KEY NAME [VALUE]",
-                  L"read or write a registry string (ROOT: HKCU, HKLM, ... or HKEY_CURRENT_USER, ...)", RunReg};
-const Command num{L"num", L"num TEXT", L"which numeric-text tests TEXT passes", RunNum};
+                  L"read or write a registry string (ROOT: HKCU, HKLM, ... or HKEY_CURRENT_USER, ...)", RunReg,
+                  L"qmtool reg get HKCU 'Software\\Tarvel' Path", L"get: the value; set: \"KEY\\NAME=VALUE\""};
+const Command num{L"num", L"num TEXT", L"which numeric-text tests TEXT passes", RunNum, L"qmtool num ' -0 '",
+                  L"one line a test: IsNum, IsZero, IsPlusNum, IsInt, IsPlusInt with yes or no"};
 
 }  // namespace
 }  // namespace qmtool

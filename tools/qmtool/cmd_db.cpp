@@ -75,7 +75,8 @@ int RunDb(const Command& self, Args& args)
     return done ? kOk : kFailed;
 }
 
-Command db{L"db", L"db tables|query|exec DB [SQL]", L"list tables, print a query's rows or run SQL", RunDb};
+Command db{L"db", L"db tables|query|exec DB [SQL]", L"list tables, print a query's rows or run SQL", RunDb,
+           L"qmtool db query a.mdb \"select * from T\"", L"tables: one name a line; query: a header, then one line a row"};
 
 }  // namespace
 }  // namespace qmtool

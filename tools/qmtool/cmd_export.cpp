@@ -120,7 +120,8 @@ int RunExport(const Command& self, Args& args)
 }
 
 Command exportCommand{L"export", L"export CSV [OUT] [--widths 10,-1,...] [--show]",
-                      L"a CSV table into an Excel workbook (saved to OUT)", RunExport};
+                      L"a CSV table into an Excel workbook (saved to OUT)", RunExport,
+                      L"qmtool export t.csv 'C:\\out\\t.xls' --widths 10,-1", L"where the workbook was saved"};
 
 }  // namespace
 }  // namespace qmtool

@@ -162,46 +162,10 @@ int RunSlide(const Command& self, Args& args)
     return Usage(self, L"needs render or info");
 }
 
-CString Describe(int index)
-{
-    const unsigned long c = QM::CADColorIndexToRGB(index);
-    CString text;
-    text.Format(L"index %d = 0x%06lX (R %lu G %lu B %lu)\n", index, c, c & 0xFF, (c >> 8) & 0xFF, (c >> 16) & 0xFF);
-    return text;
-}
-
-int RunColour(const Command& self, Args& args)
-{
-    if (int bad = args.Reject(self))
-        return bad;
-    const std::vector<CString>& words = args.Positional();
-    int n[3] = {0, 0, 0};
-    if (words.size() == 2 && words[0] == L"index") {
-        if (!ParseInt(words[1], n[0]))
-            return Usage(self, L"N must be an integer");
-        if (QM::CADColorIndexToRGB(n[0]) == 0xFFFFFFFFul) {
-            Err(L"qmtool colour: the index runs from 0 to 255\n");
-            return kFailed;
-        }
-        Out(Describe(n[0]));
-        return kOk;
-    }
-    if (words.size() == 4 && words[0] == L"nearest") {
-        for (int i = 0; i < 3; ++i)
-            if (!ParseInt(words[i + 1], n[i]))
-                return Usage(self, L"R G B must be integers");
-        const int index = QM::GetCADColorIndexNearest(n[0], n[1], n[2]);
-        const int exact = QM::IsStandardCADColor(RGB(n[0] & 0xFF, n[1] & 0xFF, n[2] & 0xFF));
-        Out(Describe(index) + (exact == index ? L"exact match\n" : L"nearest, not exact\n"));
-        return kOk;
-    }
-    return Usage(self, L"needs index N or nearest R G B");
-}
-
 const Command slide{L"slide", L"slide render IN.sld OUT.png [--size WxH] [--frame] [--caption TEXT] [--caption2 TEXT] [--stretch] [--bg RRGGBB] | slide info IN.sld",
-                    L"draw a slide to PNG (640x480 on black unless told), or show its header and record counts", RunSlide};
-const Command colour{L"colour", L"colour index N | colour nearest R G B",
-                     L"a CAD colour index as RGB, or the nearest index of an RGB colour", RunColour};
+                    L"draw a slide to PNG (640x480 on black unless told), or show its header and record counts", RunSlide,
+                    L"qmtool slide render a.sld a.png --size 320x240 --frame",
+                    L"render: the PNG's path; info: the header fields and a count of each record kind"};
 
 }  // namespace
 }  // namespace qmtool

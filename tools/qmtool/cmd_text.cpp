@@ -25,24 +25,46 @@ int RunSplit(const Command& self, Args& args)
     return kOk;
 }
 
+// An element reads as "" both inside the list (an empty one) and past its
+// end; the count is one past the last index that reads as something. A list
+// has no more elements than characters.
+int ElementCount(const CString& list)
+{
+    for (int i = list.GetLength(); i >= 0; --i)
+        if (!QM::Nth(list, i, false).IsEmpty())
+            return i + 1;
+    return 0;
+}
+
 int RunNth(const Command& self, Args& args)
 {
     const bool strip = args.Flag(L"strip-quotes");
     if (int bad = args.Reject(self))
         return bad;
     int n = 0;
+    CString why;
     if (args.Positional().size() != 2)
         return Usage(self, L"needs LIST and N");
-    if (!ParseInt(args.Positional()[1], n))
-        return Usage(self, L"N must be an integer");
-    Out(QM::Nth(args.Positional()[0], n, strip) + L"\n");
+    if (!ParseInt(args.Positional()[1], n, &why) || n < 0)
+        return Usage(self, n < 0 ? CString(L"N counts from 0") : L"N: " + why);
+    const CString& list = args.Positional()[0];
+    const CString element = QM::Nth(list, n, strip);
+    if (element.IsEmpty() && n >= ElementCount(list)) {
+        CString text;
+        text.Format(L"qmtool nth: element %d is past the end of the list (%d element(s))\n", n, ElementCount(list));
+        Err(text);
+        return kFailed;
+    }
+    Out(element + L"\n");
     return kOk;
 }
 
 const Command split{L"split", L"split TEXT [--delim C] [--quotes]",
-                    L"the fields of TEXT (delimiter ',' unless given; --quotes honours \"...\")", RunSplit};
+                    L"the fields of TEXT (delimiter ',' unless given; --quotes honours \"...\")", RunSplit,
+                    L"qmtool split '\"a,b\",c' --quotes", L"the field count, then one line \"[i] field\" each"};
 const Command nth{L"nth", L"nth LIST N [--strip-quotes]", L"element N (from 0) of a CAD list such as (1 \"a\" (2 3))",
-                  RunNth};
+                  RunNth, L"qmtool nth '(1 \"a b\" (2 3))' 2",
+                  L"the element on one line (an empty element as an empty line); past the end: exit 1"};
 
 }  // namespace
 }  // namespace qmtool

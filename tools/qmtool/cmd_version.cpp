@@ -42,7 +42,7 @@ int RunVersion(const Command& self, Args& args)
 }
 
 const Command version{L"version", L"version", L"the versions of qmtool and of the QMUtil.dll it loaded",
-                      RunVersion};
+                      RunVersion, L"qmtool version", L"\"qmtool X.Y\", then \"QMUtil.dll A.B.C.D\" and the source revision"};
 
 }  // namespace
 }  // namespace qmtool

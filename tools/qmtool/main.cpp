@@ -1,6 +1,7 @@
 // main.cpp - qmtool: the library's non-window functions from the command line.
 #include "qmtool.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cwchar>
@@ -42,8 +43,9 @@ int Help()
 
 }  // namespace
 
-Command::Command(const wchar_t* name_, const wchar_t* usage_, const wchar_t* summary_, int (*run_)(const Command&, Args&))
-    : name(name_), usage(usage_), summary(summary_), run(run_)
+Command::Command(const wchar_t* name_, const wchar_t* usage_, const wchar_t* summary_, int (*run_)(const Command&, Args&),
+                 const wchar_t* example_, const wchar_t* prints_)
+    : name(name_), usage(usage_), summary(summary_), run(run_), example(example_), prints(prints_)
 {
     Registry().push_back(this);
 }
@@ -53,43 +55,71 @@ const std::vector<const Command*>& Commands()
     return Registry();
 }
 
+Args::Args(std::vector<CString> words) : m_optionsEnd(words.size()), m_words(std::move(words))
+{
+    for (size_t i = 0; i < m_words.size(); ++i)
+        if (m_words[i] == L"--") {
+            m_words.erase(m_words.begin() + static_cast<std::ptrdiff_t>(i));
+            m_optionsEnd = i;
+            break;
+        }
+}
+
+std::vector<CString>::iterator Args::Find(const CString& word)
+{
+    const auto end = m_words.begin() + static_cast<std::ptrdiff_t>(m_optionsEnd);
+    const auto it = std::find(m_words.begin(), end, word);
+    return it == end ? m_words.end() : it;
+}
+
 bool Args::Flag(const wchar_t* name)
 {
-    for (auto it = m_words.begin(); it != m_words.end(); ++it)
-        if (*it == CString(L"--") + name) {
-            m_words.erase(it);
-            return true;
-        }
-    return false;
+    const CString flag = CString(L"--") + name;
+    auto it = Find(flag);
+    if (it == m_words.end())
+        return false;
+    m_words.erase(it);
+    --m_optionsEnd;
+    if (Find(flag) != m_words.end() && m_error.IsEmpty())
+        m_error = flag + L" is given twice";
+    return true;
 }
 
 CString Args::Option(const wchar_t* name, bool* present)
 {
     if (present != nullptr)
         *present = false;
-    for (auto it = m_words.begin(); it != m_words.end(); ++it) {
-        if (*it != CString(L"--") + name)
-            continue;
-        if (it + 1 == m_words.end()) {
-            m_error.Format(L"--%s needs a value", name);
-            m_words.erase(it);
-            return CString();
-        }
-        CString value = *(it + 1);
-        m_words.erase(it, it + 2);
-        if (present != nullptr)
-            *present = true;
-        return value;
+    const CString flag = CString(L"--") + name;
+    auto it = Find(flag);
+    if (it == m_words.end())
+        return CString();
+    if (static_cast<size_t>(it - m_words.begin()) + 1 >= m_optionsEnd) {
+        m_error = flag + L" needs a value";
+        m_words.erase(it);
+        --m_optionsEnd;
+        return CString();
     }
-    return CString();
+    CString value = *(it + 1);
+    m_words.erase(it, it + 2);
+    m_optionsEnd -= 2;
+    if (Find(flag) != m_words.end() && m_error.IsEmpty())
+        m_error = flag + L" is given twice";
+    if (present != nullptr)
+        *present = true;
+    return value;
 }
 
 CString Args::UnknownFlag() const
 {
-    for (const CString& word : m_words)
-        if (word.Left(2) == L"--")
-            return word;
+    for (size_t i = 0; i < m_optionsEnd; ++i)
+        if (m_words[i].Left(2) == L"--")
+            return m_words[i];
     return CString();
+}
+
+int Args::RejectEmptyPath(const Command& self, size_t index) const
+{
+    return index < m_words.size() && m_words[index].IsEmpty() ? Usage(self, L"an empty path names nothing") : kOk;
 }
 
 int Args::Reject(const Command& self, size_t min, size_t max, const wchar_t* why) const
@@ -114,14 +144,16 @@ int Usage(const Command& command, const wchar_t* why)
     return kUsage;
 }
 
-bool ParseInt(const CString& text, int& value)
+bool ParseInt(const CString& text, int& value, CString* why)
 {
-    if (text.IsEmpty())
-        return false;
     wchar_t* end = nullptr;
     errno = 0;
-    long parsed = std::wcstol(text, &end, 10);
-    if (end == nullptr || *end != L'\0' || errno != 0 || parsed < INT_MIN || parsed > INT_MAX)
+    const long long parsed = text.IsEmpty() ? 0 : std::wcstoll(text, &end, 10);
+    const bool number = !text.IsEmpty() && end != nullptr && *end == L'\0';
+    const bool fits = number && errno == 0 && parsed >= INT_MIN && parsed <= INT_MAX;
+    if (why != nullptr)
+        *why = L"'" + text + (number ? L"' is too large" : L"' is not an integer");
+    if (!fits)
         return false;
     value = static_cast<int>(parsed);
     return true;
@@ -196,7 +228,9 @@ int wmain(int argc, wchar_t** argv)
         Args args(words);
         if (args.Flag(L"help")) {
             CString text;
-            text.Format(L"usage: qmtool %s\n  %s\n", command->usage, command->summary);
+            text.Format(L"usage: qmtool %s\n  %s\n\nexample: %s\nprints:  %s\nexit:    0 done, 1 failed (the reason on "
+                        L"standard error), 2 usage error\n",
+                        command->usage, command->summary, command->example, command->prints);
             Out(text);
             return kOk;
         }
