@@ -54,6 +54,8 @@ void PointMouse(HWND window, int x, int y)
 namespace {
 
 constexpr short kMargin = 7;
+// The suite's users' smallest screen: the whole dialog must fit on it.
+constexpr SIZE kSmallestScreen{1024, 768};
 
 void PutText(std::vector<WORD>& out, const wchar_t* text)
 {
@@ -219,6 +221,18 @@ int Screenshot(const std::vector<WORD>& dialogTemplate, const std::vector<RECT>&
     ::ShowWindow(dialog, SW_SHOW);
     ::SetForegroundWindow(dialog);
     Pump(300);
+    RECT frame{};
+    ::GetWindowRect(dialog, &frame);
+    const LONG screenWidth = ::GetSystemMetrics(SM_CXSCREEN), screenHeight = ::GetSystemMetrics(SM_CYSCREEN);
+    if (frame.right - frame.left > kSmallestScreen.cx || frame.bottom - frame.top > kSmallestScreen.cy ||
+        frame.left < 0 || frame.top < 0 || frame.right > screenWidth || frame.bottom > screenHeight)
+    {
+        fwprintf(stderr, L"gallery: the dialog (%ld x %ld at %ld,%ld) does not fit a %ld x %ld screen\n",
+                 frame.right - frame.left, frame.bottom - frame.top, frame.left, frame.top,
+                 std::min(screenWidth, kSmallestScreen.cx), std::min(screenHeight, kSmallestScreen.cy));
+        ::DestroyWindow(dialog);
+        return 1;
+    }
     // The last page's picture holds every page at rest or as posed last;
     // the sections posed before it are copied in from their own pictures.
     const auto& pages = gallery::Pages();

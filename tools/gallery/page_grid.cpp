@@ -114,10 +114,10 @@ void Pose(HWND)
 
 const bool registered = gallery::AddPage({
     L"可编辑列表 (CListCtrlEx)",
-    300,
+    276,
     100,
-    {{WC_LISTVIEWW, L"", LVS_REPORT | LVS_SHOWSELALWAYS | WS_BORDER | WS_TABSTOP, IDC_GRID, 8, 2, 284, 70},
-     {L"STATIC", L"单击单元格编辑；Tab、方向键移动；单击表头排序", SS_LEFT, IDC_GRID_STATUS, 8, 76, 284, 10}},
+    {{WC_LISTVIEWW, L"", LVS_REPORT | LVS_SHOWSELALWAYS | WS_BORDER | WS_TABSTOP, IDC_GRID, 8, 2, 260, 70},
+     {L"STATIC", L"单击单元格编辑；Tab、方向键移动；单击表头排序", SS_LEFT, IDC_GRID_STATUS, 8, 76, 260, 10}},
     Fill,
     nullptr,
     0,

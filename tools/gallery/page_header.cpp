@@ -74,9 +74,9 @@ void Fill(HWND dialog)
 
 const bool registered = gallery::AddPage({
     L"平面表头：固定列、图标、排序标记、自动填满",
-    300,
+    276,
     96,
-    {{WC_LISTVIEWW, L"", LVS_REPORT | LVS_SHOWSELALWAYS | WS_BORDER | WS_TABSTOP, IDC_FLATLIST, 8, 2, 284, 76}},
+    {{WC_LISTVIEWW, L"", LVS_REPORT | LVS_SHOWSELALWAYS | WS_BORDER | WS_TABSTOP, IDC_FLATLIST, 8, 2, 260, 76}},
     Fill,
     nullptr});
 
