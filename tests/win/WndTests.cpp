@@ -170,4 +170,20 @@ TEST(WindowFoundation, NullWindowsAndMissingIdsGiveEmptyResults)
     EXPECT_EQ(none.Detach(), nullptr);
 }
 
+// SetFocus hands back the window that had the focus; when the focus change
+// destroyed it (an editor closing on its focus loss), there is no window to
+// wrap, and the wrappers of live windows stay valid across the sweep.
+TEST(WindowFoundation, AWindowThatDiedGetsNoTemporaryWrapper)
+{
+    HWND first = ::CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+    HWND second = ::CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+    CWnd* live = CWnd::FromHandle(second);
+    CWnd::FromHandle(first);
+    ::DestroyWindow(first);
+    EXPECT_EQ(CWnd::FromHandle(first), nullptr);
+    EXPECT_EQ(CWnd::FromHandle(second), live);
+    EXPECT_EQ(live->GetSafeHwnd(), second);
+    ::DestroyWindow(second);
+}
+
 } // namespace

@@ -103,20 +103,27 @@ CWnd* CWndRouting::Lookup(HWND hWnd)
     return found == registry.permanent.end() ? nullptr : found->second;
 }
 
-// Wrappers of windows that are gone are dropped here, at the next new one.
+// A temporary wrapper stands for a live window only: a handle the platform
+// hands back after its window died (the previous focus of SetFocus when that
+// window was an editor just destroyed) gets none, as a dead window has no
+// object to be. Wrappers of windows that died since are dropped before a new
+// one goes in, and nothing holds a place in the map across that sweep.
 CWnd* CWndRouting::Temporary(HWND hWnd)
 {
+    if (!::IsWindow(hWnd))
+        return nullptr;
     Registry& registry = TheRegistry();
     std::lock_guard<std::mutex> hold(registry.lock);
-    auto& slot = registry.temporary[hWnd];
-    if (!slot)
-    {
-        for (auto it = registry.temporary.begin(); it != registry.temporary.end();)
-            it = ::IsWindow(it->first) ? std::next(it) : registry.temporary.erase(it);
-        slot.reset(new CWnd);
-        slot->m_hWnd = hWnd;
-    }
-    return slot.get();
+    const auto found = registry.temporary.find(hWnd);
+    if (found != registry.temporary.end())
+        return found->second.get();
+    for (auto it = registry.temporary.begin(); it != registry.temporary.end();)
+        it = ::IsWindow(it->first) ? std::next(it) : registry.temporary.erase(it);
+    std::unique_ptr<CWnd, Unowned> wrapper(new CWnd);
+    wrapper->m_hWnd = hWnd;
+    CWnd* const wnd = wrapper.get();
+    registry.temporary.emplace(hWnd, std::move(wrapper));
+    return wnd;
 }
 
 bool CWndRouting::Enter(HWND hWnd, CWnd* wnd)

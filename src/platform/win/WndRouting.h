@@ -9,6 +9,8 @@ class CWndRouting
 {
 public:
     static CWnd* Lookup(HWND hWnd);
+    // A wrapper owned by the map for a live window without an object; null
+    // for a window that no longer exists.
     static CWnd* Temporary(HWND hWnd);
     static bool Enter(HWND hWnd, CWnd* wnd);
     static void Leave(HWND hWnd);
