@@ -52,6 +52,11 @@ void CInPlaceDateTimeCtrl::OnKillFocus(CWnd* newWnd)
         SendInPlaceMsg(this, IPN_CANCEL, CString());
         return;
     }
+    SendInPlaceMsg(this, IPN_VALIDATE, GetCellText());
+}
+
+CString CInPlaceDateTimeCtrl::GetCellText()
+{
     SYSTEMTIME time{};
     COleDateTime date;
     const DWORD got = GetTime(&time);
@@ -59,7 +64,7 @@ void CInPlaceDateTimeCtrl::OnKillFocus(CWnd* newWnd)
         date = COleDateTime(time);
     else
         date.SetStatus(got == GDT_NONE ? COleDateTime::null : COleDateTime::invalid);
-    SendInPlaceMsg(this, IPN_VALIDATE, date.Format(L"%Y年%m月%d日"));
+    return date.Format(L"%Y年%m月%d日");
 }
 
 void CInPlaceDateTimeCtrl::OnDestroy()

@@ -23,6 +23,9 @@ public:
     void OnChar(UINT nChar, UINT repeat, UINT flags);
     void OnKillFocus(CWnd* newWnd);
     void OnDestroy();
+    // The picked date as a date cell holds it ("%Y年%m月%d日"), whichever
+    // path ends the edit: the picker's own window text is its long format.
+    CString GetCellText();
 
 private:
     int m_bAcceptOnClose = 1;

@@ -72,15 +72,16 @@ struct SORTITEM
 
 class CListCtrlEx;
 
-// What a compare function gets as its third argument. Sorts by mode read
-// the column's texts once, before sorting, into pTexts (by row index);
-// CompareStringW and CompareNumber read those when present, else the list.
+// What a compare function gets as its third argument: exactly these three
+// fields, since callers build it themselves to call CompareStringW and
+// CompareNumber.
+//   SORTINFO info{&list, 2, TRUE};
+//   CListCtrlEx::CompareNumber(0, 1, reinterpret_cast<LPARAM>(&info));
 struct SORTINFO
 {
     CListCtrlEx* pList;
     int nColumn;     // real column
     int bAscending;
-    const CString* pTexts = nullptr;
 };
 
 class QM_API CListCtrlEx : public CListCtrl
@@ -154,6 +155,8 @@ protected:
     void FocusSubitem(int nItem, int realCol);
 
 private:
+    static CString SortText(const SORTINFO* sort, LPARAM row);
+    int CurrentRealColumn() const;
     int IndexToOrder(int realCol);
     int ValideData(int close, INPLACEMSG* record = nullptr);
     int DestroyInPlaceWnd();
@@ -194,5 +197,13 @@ private:
     CWnd* m_pClosedWnd = nullptr;
     // Whether drawing is on (WM_SETREDRAW), which the list does not tell.
     bool m_bDrawing = true;
+    // While a sort by mode runs: the sorted column's texts by row index, read
+    // once before the sort, which the compare functions read instead of the
+    // list when the record names this list and that column.
+    const CString* m_pSortTexts = nullptr;
+    // While the list destroys its editor: the editor's own focus loss must
+    // not validate a second time.
+    bool m_bClosingEditor = false;
+    int m_nSortTextsColumn = -1;
     DECLARE_MESSAGE_MAP()
 };

@@ -1,6 +1,7 @@
 // ListCtrlExCursor.cpp - the keys and clicks that move CListCtrlEx's cell
 // cursor and start edits, and the messages its editors send it.
 #include "controls/ListCtrlEx.h"
+#include "controls/InPlaceDateTimeCtrl.h"
 
 void CListCtrlEx::EditSubitem(int nItem, int realCol, CString text)
 {
@@ -42,7 +43,7 @@ BOOL CListCtrlEx::PreTranslateMessage(MSG* msg)
         FocusSubitem(row, m_nCurColumn);
     if (row != -1 && m_nCurColumn >= 0 && m_nCurColumn < GetColumnCount())
     {
-        const int realCol = m_wndHeader.OrderToIndex(m_nCurColumn);
+        const int realCol = CurrentRealColumn();
         EditSubitem(row, realCol, GetItemText(row, realCol));
     }
     return msg->wParam == VK_RETURN;
@@ -85,7 +86,9 @@ void CListCtrlEx::MoveKeyCursor(UINT nChar, int row, int column)
     }
     DestroyInPlaceWnd();
     SetItemState(newRow, LVIS_FOCUSED, LVIS_FOCUSED);
-    EditSubitem(newRow, newColumn, GetItemText(newRow, newColumn));
+    // The cursor walks display positions; the editor opens on the real
+    // column shown there.
+    EditSubitem(newRow, CurrentRealColumn(), GetItemText(newRow, newColumn));
 }
 
 // A refused edit keeps the editor open and the key does nothing.
@@ -134,8 +137,17 @@ void CListCtrlEx::OnVScroll(UINT code, UINT pos, CScrollBar* bar)
     CListCtrl::OnVScroll(code, pos, bar);
 }
 
+// The real column under the cursor, whose display position is m_nCurColumn.
+int CListCtrlEx::CurrentRealColumn() const
+{
+    return m_wndHeader.GetSafeHwnd() != nullptr && m_nCurColumn >= 0 ? m_wndHeader.OrderToIndex(m_nCurColumn)
+                                                                     : m_nCurColumn;
+}
+
 // The parent sees the record filled by the list; the text it leaves there
-// is what the cell gets.
+// is what the cell gets. The cell is the one being edited: the current
+// column is a display position, which a user's column drag makes differ
+// from the real column.
 int CListCtrlEx::ValideData(int close, INPLACEMSG* record)
 {
     INPLACEMSG own;
@@ -143,14 +155,16 @@ int CListCtrlEx::ValideData(int close, INPLACEMSG* record)
     {
         record = &own;
         own.iItem = GetNextItem(-1, LVNI_FOCUSED);
-        own.iSubItem = m_nCurColumn;
+        own.iSubItem = CurrentRealColumn();
         own.pWnd = m_pInPlaceWnd;
-        if (m_pInPlaceWnd != nullptr)
+        if (auto* date = dynamic_cast<CInPlaceDateTimeCtrl*>(m_pInPlaceWnd))
+            own.strText = date->GetCellText();
+        else if (m_pInPlaceWnd != nullptr)
             m_pInPlaceWnd->GetWindowText(own.strText);
     }
     if (::SendMessageW(::GetParent(m_hWnd), WM_INPLACE_CTRL, IPN_VALIDATE, reinterpret_cast<LPARAM>(record)) != 0)
         return 0;
-    CListCtrl::SetItemText(record->iItem, m_nCurColumn, record->strText);
+    CListCtrl::SetItemText(record->iItem, CurrentRealColumn(), record->strText);
     if (close)
     {
         DestroyInPlaceWnd();
@@ -165,7 +179,7 @@ LRESULT CListCtrlEx::OnInPlaceCtrlMsg(WPARAM code, LPARAM lParam)
     if (record == nullptr)
         return 0;
     record->iItem = GetNextItem(-1, LVNI_FOCUSED);
-    record->iSubItem = m_nCurColumn;
+    record->iSubItem = CurrentRealColumn();
     record->pWnd = m_pInPlaceWnd;
     switch (code)
     {
@@ -173,7 +187,7 @@ LRESULT CListCtrlEx::OnInPlaceCtrlMsg(WPARAM code, LPARAM lParam)
         ::SendMessageW(::GetParent(m_hWnd), WM_INPLACE_CTRL, IPN_BUTTON, lParam);
         return 0;
     case IPN_VALIDATE:
-        return ValideData(1, record);
+        return m_bClosingEditor ? 1 : ValideData(1, record);
     case IPN_CLOSED:
         delete m_pClosedWnd;
         m_pClosedWnd = m_pInPlaceWnd;

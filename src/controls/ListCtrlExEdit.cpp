@@ -15,13 +15,18 @@ const UINT kDateId = 10004;
 
 } // namespace
 
+// The editor is let go before its window goes. Its window's focus loss
+// asks for a validation that is not the user's: the list already stored or
+// dropped the text, and the cursor may have moved to another cell.
 int CListCtrlEx::DestroyInPlaceWnd()
 {
     CWnd* editor = m_pInPlaceWnd;
     m_pInPlaceWnd = nullptr;
     if (editor != nullptr)
     {
+        m_bClosingEditor = true;
         editor->DestroyWindow();
+        m_bClosingEditor = false;
         delete editor;
     }
     return 1;

@@ -138,7 +138,7 @@ int CListCtrlEx::SortColumn(int realCol, PFNLVCOMPARE compare, BOOL ascending)
         return 0;
     const DrawingHeld held(*this);
     const std::vector<DWORD_PTR> saved = LendItemData(*this);
-    const SORTINFO info{this, realCol, ascending, nullptr};
+    const SORTINFO info{this, realCol, ascending};
     const BOOL result = SortRows(*this, compare, info);
     ReturnItemData(*this, saved);
     return result;
@@ -162,9 +162,21 @@ int CListCtrlEx::SortColumn(int realCol, SORT_MODE mode, BOOL ascending)
     }
     for (size_t row = 0; row < texts.size(); ++row)
         texts[row] = CListCtrl::GetItemText(static_cast<int>(row), realCol);
-    const SORTINFO info{this, realCol, ascending, texts.empty() ? nullptr : texts.data()};
-    if (compare != nullptr)
-        SortRows(*this, compare, info);
+    const SORTINFO info{this, realCol, ascending};
+    m_pSortTexts = texts.empty() ? nullptr : texts.data();
+    m_nSortTextsColumn = realCol;
+    try
+    {
+        if (compare != nullptr)
+            SortRows(*this, compare, info);
+    }
+    catch (...)
+    {
+        m_pSortTexts = nullptr;
+        ReturnItemData(*this, saved);
+        throw;
+    }
+    m_pSortTexts = nullptr;
     CString number;
     for (int row = 0, count = GetItemCount(); Serial() && row < count; ++row)
     {
@@ -177,15 +189,13 @@ int CListCtrlEx::SortColumn(int realCol, SORT_MODE mode, BOOL ascending)
     return 0;
 }
 
-namespace {
-
-CString SortText(const SORTINFO* sort, LPARAM row)
+CString CListCtrlEx::SortText(const SORTINFO* sort, LPARAM row)
 {
-    return sort->pTexts != nullptr ? sort->pTexts[row]
-                                   : sort->pList->CListCtrl::GetItemText(static_cast<int>(row), sort->nColumn);
+    const CListCtrlEx* list = sort->pList;
+    return list->m_pSortTexts != nullptr && list->m_nSortTextsColumn == sort->nColumn
+               ? list->m_pSortTexts[row]
+               : sort->pList->CListCtrl::GetItemText(static_cast<int>(row), sort->nColumn);
 }
-
-} // namespace
 
 int CALLBACK CListCtrlEx::CompareStringW(LPARAM row1, LPARAM row2, LPARAM info)
 {

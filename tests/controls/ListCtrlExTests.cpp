@@ -189,6 +189,16 @@ const EditCase kEdits[] = {
      {B, V, E}, L"1,2 ", L"梁 柱 板 墙 ", MATERIAL, L"钢 铜 铜 钢 ", false},
     {"a date", [](Grid& g) { g.ClickCell(3, DATE); input::Key(VK_RETURN); },
      {B, V, E}, L"3,3 ", L"梁 柱 板 墙 ", DATE, L"   2024年03月05日 ", false},
+    {"a date left by Up stores the cell's format", [](Grid& g) { g.ClickCell(3, DATE); input::Key(VK_UP); input::Key(VK_ESCAPE); },
+     {B, V, B, E}, L"3,3 2,3 ", L"梁 柱 板 墙 ", DATE, L"   2024年03月05日 ", false},
+    {"after a column drag the edited cell takes the text", [](Grid& g) {
+         g.host.OnDialogThread([&] {
+             int order[] = {0, 1, 3, 2, 4, 5, 6};   // 材料 (real 3) shown before 数量 (real 2)
+             ListView_SetColumnOrderArray(g.List(), 7, order);
+         });
+         g.ClickCell(0, NAME); input::Key(VK_TAB); input::Key(VK_ESCAPE); g.ClickCell(0, COUNT); input::Type(L"7");
+         input::Key(VK_RETURN); },
+     {B, V, B, B, V, E}, L"0,0 0,2 0,1 ", L"梁 柱 板 墙 ", COUNT, L"7 3 100 3 ", false},
     {"the browse button", [](Grid& g) {
          g.ClickCell(2, DRAWING);
          input::Click(::GetDlgItem(g.List(), 10003));
@@ -315,9 +325,12 @@ TEST(ListCtrlEx, EditorsColumnsBadArgumentsTheTieRuleAndDestruction)
             EXPECT_TRUE(qmtest::ThrowsInvalidArg([&] { list.SetSort(-1, SORT_STRING); }));
             EXPECT_TRUE(qmtest::ThrowsInvalidArg([&] { list.SortColumn(-1, TRUE); }));
             list.SetItemText(0, NOTE, L"x");
+            // A caller's own record of the three fields; what lies after them is not the list's.
+            const CString after[4] = {L"9", L"9", L"9", L"9"};
             const auto compare = [&](int a, int b, int column) {
-                SORTINFO info{&list, column, TRUE, nullptr};
-                return CListCtrlEx::CompareNumber(a, b, reinterpret_cast<LPARAM>(&info));
+                struct { CListCtrlEx* list; int column, ascending; const CString* after; } record{&list, column, TRUE,
+                                                                                                  after};
+                return CListCtrlEx::CompareNumber(a, b, reinterpret_cast<LPARAM>(&record));
             };
             EXPECT_EQ(compare(1, 3, 2) + compare(3, 1, 2), -2);   // 3 and 3
             EXPECT_EQ(compare(0, 1, 1 + NOTE), -1);               // "x" counts as 0
