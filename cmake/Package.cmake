@@ -27,7 +27,14 @@ install(TARGETS qmtool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 if(TARGET gallery)
   install(TARGETS gallery RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
-install(FILES ${CMAKE_SOURCE_DIR}/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+# The installed README without the gallery picture, which the demo makes and
+# the archive does not hold; beside it a commented start-up file to copy.
+file(READ ${CMAKE_SOURCE_DIR}/README.md readme)
+string(REGEX REPLACE "!\\[[^]\n]*\\]\\(out/gallery\\.png\\)\n\n?" "" readme "${readme}")
+file(WRITE ${CMAKE_BINARY_DIR}/README.md "${readme}")
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/README.md)
+install(FILES ${CMAKE_BINARY_DIR}/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES ${CMAKE_SOURCE_DIR}/samples/INIT.ini.sample DESTINATION ${CMAKE_INSTALL_DATADIR}/QMUtil)
 
 # find_package(QMUtil 1.42) accepts 1.42 and later 1.x of the same
 # architecture: an x86 package is no use to an x64 application.
