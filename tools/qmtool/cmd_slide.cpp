@@ -1,5 +1,5 @@
-// cmd_slide.cpp - qmtool slide and colour: slide files drawn to PNG through
-// QM::SldBltEx, slide headers and record counts, the CAD colour index.
+// cmd_slide.cpp - qmtool slide: slide files drawn to PNG through
+// QM::SldBltEx, slide headers and record counts.
 #include "qmtool.h"
 
 #include "common/WindowImage.h"
@@ -122,18 +122,16 @@ int Info(const Command& self, Args& args)
 {
     if (int bad = args.Reject(self, 2, 2, L"info needs IN.sld"))
         return bad;
+    // What render refuses, info refuses the same way.
+    const CString problem = SlideProblem(args.Positional()[1]);
     std::vector<unsigned char> b;
-    if (!ReadAll(args.Positional()[1], b)) {
-        Err(L"qmtool slide: cannot read " + args.Positional()[1] + L"\n");
+    QM::SlideHeader header{};
+    if (!problem.IsEmpty() || !ReadAll(args.Positional()[1], b) || !QM::ReadSlideHeader(b.data(), b.size(), header)) {
+        Err(L"qmtool slide: " + (problem.IsEmpty() ? L"cannot read " + args.Positional()[1] : problem) + L"\n");
         return kFailed;
     }
     CString text;
     text.Format(L"size          %u bytes\n", static_cast<unsigned>(b.size()));
-    QM::SlideHeader header{};
-    if (!QM::ReadSlideHeader(b.data(), b.size(), header)) {
-        Out(text + L"header        incomplete (under 31 bytes): nothing to draw\n");
-        return kOk;
-    }
     const bool id = memcmp(b.data(), "AutoCAD Slide\r\n\x1a", 17) == 0;
     const unsigned aspect = b[23] | (b[24] << 8) | (b[25] << 16) | (static_cast<unsigned>(b[26]) << 24);
     text.AppendFormat(L"identification %s\ntype          0x%02X\nlevel         %u\n", id ? L"AutoCAD Slide" : L"(other)",

@@ -184,17 +184,20 @@ HHOOK& EchoHook()
     return hook;
 }
 
-// A box of this thread is about to show: print its text, press its default button.
+// A box of this thread has just been set up (its text is in place once its
+// WM_INITDIALOG returns, whatever its style): print the text, press its
+// default button.
 LRESULT CALLBACK EchoBox(int code, WPARAM wParam, LPARAM lParam)
 {
-    const HWND window = reinterpret_cast<HWND>(wParam);
+    const auto* call = reinterpret_cast<const CWPRETSTRUCT*>(lParam);
     wchar_t className[16] = {};
-    if (code == HCBT_ACTIVATE && GetClassNameW(window, className, 16) && CString(className) == L"#32770") {
+    if (code == HC_ACTION && call->message == WM_INITDIALOG && GetClassNameW(call->hwnd, className, 16) &&
+        CString(className) == L"#32770") {
         wchar_t text[2048] = {};
-        GetDlgItemTextW(window, 0xFFFF, text, 2048);
+        GetDlgItemTextW(call->hwnd, 0xFFFF, text, 2048);
         Err(CString(text) + L"\n");
-        const LRESULT id = SendMessageW(window, DM_GETDEFID, 0, 0);
-        PostMessageW(window, WM_COMMAND, HIWORD(id) == DC_HASDEFID ? LOWORD(id) : IDOK, 0);
+        const LRESULT id = SendMessageW(call->hwnd, DM_GETDEFID, 0, 0);
+        PostMessageW(call->hwnd, WM_COMMAND, HIWORD(id) == DC_HASDEFID ? LOWORD(id) : IDOK, 0);
     }
     return CallNextHookEx(EchoHook(), code, wParam, lParam);
 }
@@ -203,7 +206,7 @@ LRESULT CALLBACK EchoBox(int code, WPARAM wParam, LPARAM lParam)
 
 EchoMessageBoxes::EchoMessageBoxes()
 {
-    EchoHook() = SetWindowsHookExW(WH_CBT, EchoBox, nullptr, GetCurrentThreadId());
+    EchoHook() = SetWindowsHookExW(WH_CALLWNDPROCRET, EchoBox, nullptr, GetCurrentThreadId());
 }
 
 EchoMessageBoxes::~EchoMessageBoxes()
