@@ -91,7 +91,7 @@ bool ParseWidths(const CString& list, size_t count, std::vector<int>& widths)
         int end = list.Find(L',', start);
         end = end < 0 ? list.GetLength() : end;
         int width = 0;
-        // -1 leaves a column as the program sizes it; a smaller width the
+        // -1 leaves a column out of the sheet; a smaller width the
         // spreadsheet program refuses.
         if (!ParseInt(list.Mid(start, end - start), width) || width < -1)
             return false;
@@ -174,7 +174,7 @@ int RunExport(const Command& self, Args& args)
 
 Command exportCommand{L"export", L"export CSV [OUT] [--widths 10,-1,...] [--show]",
                       L"a CSV table (UTF-8, or the ANSI code page) into an Excel workbook saved to OUT, shown with "
-                      L"--show; a width of -1 leaves the column as it is",
+                      L"--show; a width of -1 leaves the column out",
                       RunExport, L"qmtool export t.csv 'C:\\out\\t.xls' --widths 10,-1",
                       L"the progress, then \"saved OUT\"; the encoding it read on standard error"};
 
