@@ -5,15 +5,6 @@
 namespace qmtool {
 namespace {
 
-// The profile functions take a name without a folder to mean the Windows
-// folder; on the command line it means the current folder.
-CString FullPath(const CString& path)
-{
-    wchar_t full[MAX_PATH];
-    const DWORD length = GetFullPathNameW(path, MAX_PATH, full, nullptr);
-    return (length == 0 || length >= MAX_PATH) ? path : CString(full);
-}
-
 // True when `section` holds `key` in the cache (a key with an empty value
 // included), which GetSetting alone cannot tell from a default.
 bool HasKey(INISetting& ini, const wchar_t* section, const wchar_t* key)

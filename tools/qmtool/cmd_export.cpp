@@ -71,13 +71,6 @@ bool ReadCsv(const CString& path, std::vector<std::vector<CString>>& rows, CStri
     return !rows.empty();
 }
 
-CString FullPath(const CString& path)
-{
-    wchar_t full[MAX_PATH];
-    const DWORD length = GetFullPathNameW(path, MAX_PATH, full, nullptr);
-    return length == 0 || length >= MAX_PATH ? path : CString(full);
-}
-
 void ShowProgress(int last, int row)
 {
     CString text;

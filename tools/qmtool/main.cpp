@@ -159,6 +159,13 @@ bool ParseInt(const CString& text, int& value, CString* why)
     return true;
 }
 
+CString FullPath(const CString& path)
+{
+    wchar_t full[MAX_PATH];
+    const DWORD length = GetFullPathNameW(path, MAX_PATH, full, nullptr);
+    return length == 0 || length >= MAX_PATH ? path : CString(full);
+}
+
 bool ReadAll(const wchar_t* path, std::vector<unsigned char>& bytes)
 {
     HANDLE file = CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);

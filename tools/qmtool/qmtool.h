@@ -78,6 +78,10 @@ int Usage(const Command& command, const wchar_t* why);
 // Parses a decimal integer; false on anything else, with the reason in
 // `why` ("... is not an integer" or "... is too large").
 bool ParseInt(const CString& text, int& value, CString* why = nullptr);
+// PATH made absolute against the current folder (as it stands when that
+// fails): the profile functions take a name without a folder to mean the
+// Windows folder, and on the command line it means the current folder.
+CString FullPath(const CString& path);
 // The whole content of a file (at most 1 GB); false when it cannot be read.
 bool ReadAll(const wchar_t* path, std::vector<unsigned char>& bytes);
 
