@@ -16,6 +16,7 @@ BEGIN_MESSAGE_MAP(CInPlaceEdit, CEdit)
     ON_WM_CREATE()
     ON_WM_NCDESTROY()
     ON_WM_CLOSE()
+    ON_WM_DESTROY()
 END_MESSAGE_MAP()
 
 void CInPlaceEdit::GetRange(float& minimum, float& maximum) const
@@ -179,12 +180,15 @@ int CInPlaceEdit::OnCreate(LPCREATESTRUCTW cs)
     return 0;
 }
 
+// Enter and Escape end the edit even after a refusal spent its first focus
+// loss: the user corrected the text and asks again.
 void CInPlaceEdit::OnChar(UINT nChar, UINT repeat, UINT flags)
 {
     if (nChar == VK_ESCAPE || nChar == VK_RETURN)
     {
         if (nChar == VK_ESCAPE)
             m_bAcceptOnClose = 0;
+        m_bFocusLost = 0;
         GetParent()->SetFocus();
         return;
     }
@@ -243,6 +247,14 @@ void CInPlaceEdit::OnClose()
 {
     GetParent()->SetFocus();
     CEdit::OnClose();
+}
+
+// However the window goes, the list forgets it (the list itself let go
+// first when it is the one destroying it).
+void CInPlaceEdit::OnDestroy()
+{
+    CEdit::OnDestroy();
+    SendInPlaceMsg(this, IPN_CLOSED, CString());
 }
 
 void CInPlaceEdit::OnNcDestroy()

@@ -14,7 +14,9 @@
 // Left or Right at the ends of the text go to the list, which moves its cell
 // cursor. The first loss of the focus is the only one that acts; moving to
 // the edit's own browse button does not count as one, so the text is still
-// validated once the user leaves both. When the list accepts the text on a
+// validated once the user leaves both; after a refusal, Enter and Escape
+// still end the edit. However its window goes, the edit tells the list
+// (IPN_CLOSED). When the list accepts the text on a
 // focus loss the window that took the focus is sent a button press and
 // release, so the click still reaches it - unless the user's own press is
 // under way on that window: a button clicked to leave the edit is clicked
@@ -64,6 +66,7 @@ public:
     void OnChar(UINT nChar, UINT repeat, UINT flags);
     void OnKillFocus(CWnd* newWnd);
     void OnClose();
+    void OnDestroy();
     void OnNcDestroy();
 
 private:

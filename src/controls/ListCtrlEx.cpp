@@ -30,7 +30,6 @@ CListCtrlEx::CListCtrlEx()
 CListCtrlEx::~CListCtrlEx()
 {
     DestroyInPlaceWnd();
-    delete m_pClosedWnd;
 }
 
 // Report view without the platform's own label editing: cells are edited

@@ -43,15 +43,30 @@
 //
 // Row and column arguments outside the list answer 0 or -1 as each member
 // says; SetSort, SortColumn(int, BOOL) and header clicks throw
-// CInvalidArgException* for negative columns. Editors are owned by the list
-// (pass ShowInPlaceCtrl only editors made with new); destroying the list
-// destroys the open editor without storing its text.
+// CInvalidArgException* for negative columns.
+//
+// Editors: the list owns its one editor (pass ShowInPlaceCtrl only editors
+// made with new). Whatever ends an editor - the list storing or dropping
+// its text, a new editor, the cursor moving on, another party destroying
+// its window - the list lets go of it before its window goes, so nothing
+// the editor says on its way out validates again, and the object itself is
+// deleted later from the list's queue, never under a handler of its own
+// that is still running. Destroying the list destroys the open editor
+// without storing its text. An editor the list cannot place (a column
+// narrower than 5 pixels, a row out of range or out of sight) is hidden,
+// returned and recorded, and changes no cell: the list's own focus moves
+// never validate, and an accepted text goes into the cell the editor was
+// opened on (which the parent's record names), never into another cell
+// the cursor happens to be on.
 #pragma once
 #include "controls/FlatHeaderCtrl.h"
 #include "controls/InPlaceComboBox.h"
 #include "controls/InPlaceDateTimeCtrl.h"
 #include "controls/InPlaceEdit.h"
 #include "platform/Collections.h"
+
+#include <memory>
+#include <vector>
 
 enum SORT_MODE : DWORD {
     SORT_NONE = 0,
@@ -126,7 +141,7 @@ public:
     static int CALLBACK CompareStringW(LPARAM row1, LPARAM row2, LPARAM info);
     static int CALLBACK CompareNumber(LPARAM row1, LPARAM row2, LPARAM info);
 
-    CWnd* GetIpPlaceWnd() { return m_pInPlaceWnd; }
+    CWnd* GetIpPlaceWnd() { return m_editor.get(); }
     int ShowInPlaceCtrl(int nItem, int realCol, CWnd* editor);
     // Editors for (row, user column); null when the window cannot be made.
     CInPlaceEdit* ShowInPlaceEdit(int nItem, int nSubItem);
@@ -158,8 +173,16 @@ private:
     static CString SortText(const SORTINFO* sort, LPARAM row);
     int CurrentRealColumn() const;
     int IndexToOrder(int realCol);
+    void FillRecord(INPLACEMSG& record) const;
     int ValideData(int close, INPLACEMSG* record = nullptr);
     int DestroyInPlaceWnd();
+    // The one teardown path: forgets the editor, destroys its window (unless
+    // it is already going) and keeps the object until the queue frees it.
+    void RetireEditor(bool destroyWindow);
+    void FreeRetiredEditors();
+    // A code of the list's own on WM_INPLACE_CTRL, posted to itself: editors
+    // let go of may be deleted now. Editors never send it.
+    static constexpr WPARAM kFreeRetired = 0x7F01;
     int Serial() const { return (m_dwExStyle & LVEX_SERIALNO) != 0 ? 1 : 0; }
     void Renumber(int from);
     int WidthBefore(int realCol) const;
@@ -185,25 +208,28 @@ private:
         const bool m_held;
     };
 
-    CWnd* m_pInPlaceWnd = nullptr;
+    std::unique_ptr<CWnd> m_editor;
+    // The cell the editor was opened on: row and real column.
+    int m_nEditItem = -1;
+    int m_nEditColumn = -1;
     DWORD m_dwExStyle = LVEX_HEADERTIP;
     int m_bKeyboardMode = 0;
     int m_nCurColumn = -1;
     CString m_strSerialTitle = L"序号";
     CArray<SORTITEM, const SORTITEM&> m_aSortItems;
     CFlatHeaderCtrl m_wndHeader;
-    // An editor whose window went behind the list's back, kept until it is
-    // safe to delete (its own handler was running when it reported).
-    CWnd* m_pClosedWnd = nullptr;
+    // Editors let go of, kept until no handler of theirs runs.
+    std::vector<std::unique_ptr<CWnd>> m_retired;
     // Whether drawing is on (WM_SETREDRAW), which the list does not tell.
     bool m_bDrawing = true;
     // While a sort by mode runs: the sorted column's texts by row index, read
     // once before the sort, which the compare functions read instead of the
     // list when the record names this list and that column.
     const CString* m_pSortTexts = nullptr;
-    // While the list destroys its editor: the editor's own focus loss must
-    // not validate a second time.
-    bool m_bClosingEditor = false;
+    // While the list itself moves the focus, hides, creates or destroys an
+    // editor: what the editor says then (a focus loss validating or
+    // cancelling, IPN_CLOSED) is not the user's and is not acted on.
+    bool m_bListActing = false;
     int m_nSortTextsColumn = -1;
     DECLARE_MESSAGE_MAP()
 };

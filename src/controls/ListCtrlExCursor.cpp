@@ -31,7 +31,7 @@ void CListCtrlEx::FocusSubitem(int nItem, int realCol)
 // itself has the focus.
 BOOL CListCtrlEx::PreTranslateMessage(MSG* msg)
 {
-    if (msg->message != WM_KEYDOWN || ::GetFocus() != m_hWnd || m_pInPlaceWnd != nullptr)
+    if (msg->message != WM_KEYDOWN || ::GetFocus() != m_hWnd || m_editor != nullptr)
         return CListCtrl::PreTranslateMessage(msg);
     m_bKeyboardMode = 1;
     if (msg->wParam != VK_RETURN && msg->wParam != VK_F2)
@@ -55,7 +55,7 @@ void CListCtrlEx::MoveKeyCursor(UINT nChar, int row, int column)
 {
     const int count = GetItemCount(), columns = GetColumnCount();
     const bool ctrl = ::GetKeyState(VK_CONTROL) < 0, shift = ::GetKeyState(VK_SHIFT) < 0;
-    const int first = Serial() && m_pInPlaceWnd != nullptr ? 1 : 0;
+    const int first = Serial() && m_editor != nullptr ? 1 : 0;
     if (nChar == VK_TAB)
         nChar = shift ? VK_LEFT : VK_RIGHT;
     int newRow = row, newColumn = column;
@@ -78,7 +78,7 @@ void CListCtrlEx::MoveKeyCursor(UINT nChar, int row, int column)
     if ((newRow == row && newColumn == column) || newRow < 0)
         return;
     m_nCurColumn = newColumn;
-    if (m_pInPlaceWnd == nullptr)
+    if (m_editor == nullptr)
     {
         SetItemState(newRow, LVIS_FOCUSED | LVIS_SELECTED, LVIS_FOCUSED | LVIS_SELECTED);
         FocusSubitem(newRow, newColumn);
@@ -94,7 +94,7 @@ void CListCtrlEx::MoveKeyCursor(UINT nChar, int row, int column)
 // A refused edit keeps the editor open and the key does nothing.
 void CListCtrlEx::OnKeyDown(UINT nChar, UINT repeat, UINT flags)
 {
-    if (m_pInPlaceWnd != nullptr && !ValideData(0))
+    if (m_editor != nullptr && !ValideData(0))
         return;
     const int row = GetNextItem(-1, LVNI_FOCUSED);
     const int column = m_nCurColumn;
@@ -106,7 +106,7 @@ void CListCtrlEx::OnKeyDown(UINT nChar, UINT repeat, UINT flags)
 // click selects; then the parent is asked to edit the clicked cell.
 void CListCtrlEx::OnLButtonDown(UINT flags, CPoint point)
 {
-    if (m_pInPlaceWnd != nullptr && !ValideData(1))
+    if (m_editor != nullptr && !ValideData(1))
         return;
     LVHITTESTINFO hit{};
     hit.pt = point;
@@ -144,27 +144,34 @@ int CListCtrlEx::CurrentRealColumn() const
                                                                      : m_nCurColumn;
 }
 
-// The parent sees the record filled by the list; the text it leaves there
-// is what the cell gets. The cell is the one being edited: the current
-// column is a display position, which a user's column drag makes differ
-// from the real column.
+// The record names the cell being edited: the one the editor was opened
+// on, which is the focused row and the current column's real column
+// whenever the user opened it. The parent sees the record filled by the
+// list; the text it leaves there is what the cell gets.
+void CListCtrlEx::FillRecord(INPLACEMSG& record) const
+{
+    const bool placed = m_editor != nullptr && m_nEditItem >= 0;
+    record.iItem = placed ? m_nEditItem : GetNextItem(-1, LVNI_FOCUSED);
+    record.iSubItem = placed ? m_nEditColumn : CurrentRealColumn();
+    record.pWnd = m_editor.get();
+}
+
 int CListCtrlEx::ValideData(int close, INPLACEMSG* record)
 {
     INPLACEMSG own;
     if (record == nullptr)
     {
         record = &own;
-        own.iItem = GetNextItem(-1, LVNI_FOCUSED);
-        own.iSubItem = CurrentRealColumn();
-        own.pWnd = m_pInPlaceWnd;
-        if (auto* date = dynamic_cast<CInPlaceDateTimeCtrl*>(m_pInPlaceWnd))
+        FillRecord(own);
+        if (auto* date = dynamic_cast<CInPlaceDateTimeCtrl*>(m_editor.get()))
             own.strText = date->GetCellText();
-        else if (m_pInPlaceWnd != nullptr)
-            m_pInPlaceWnd->GetWindowText(own.strText);
+        else if (m_editor != nullptr)
+            m_editor->GetWindowText(own.strText);
     }
+    const int item = record->iItem, column = record->iSubItem;
     if (::SendMessageW(::GetParent(m_hWnd), WM_INPLACE_CTRL, IPN_VALIDATE, reinterpret_cast<LPARAM>(record)) != 0)
         return 0;
-    CListCtrl::SetItemText(record->iItem, CurrentRealColumn(), record->strText);
+    CListCtrl::SetItemText(item, column, record->strText);
     if (close)
     {
         DestroyInPlaceWnd();
@@ -173,28 +180,36 @@ int CListCtrlEx::ValideData(int close, INPLACEMSG* record)
     return 1;
 }
 
+// What an editor says while the list itself acts on it is not the user's:
+// a validation is answered as refused (0: nothing is stored, the editor
+// does nothing more), a cancel or a close is already under way.
 LRESULT CListCtrlEx::OnInPlaceCtrlMsg(WPARAM code, LPARAM lParam)
 {
+    if (code == kFreeRetired)
+    {
+        FreeRetiredEditors();
+        return 0;
+    }
     INPLACEMSG* record = reinterpret_cast<INPLACEMSG*>(lParam);
     if (record == nullptr)
         return 0;
-    record->iItem = GetNextItem(-1, LVNI_FOCUSED);
-    record->iSubItem = CurrentRealColumn();
-    record->pWnd = m_pInPlaceWnd;
+    FillRecord(*record);
     switch (code)
     {
     case IPN_BUTTON:
         ::SendMessageW(::GetParent(m_hWnd), WM_INPLACE_CTRL, IPN_BUTTON, lParam);
         return 0;
     case IPN_VALIDATE:
-        return m_bClosingEditor ? 1 : ValideData(1, record);
+        return m_bListActing ? 0 : ValideData(1, record);
     case IPN_CLOSED:
-        delete m_pClosedWnd;
-        m_pClosedWnd = m_pInPlaceWnd;
-        m_pInPlaceWnd = nullptr;
+        if (m_bListActing || m_editor == nullptr)
+            return 0;
+        RetireEditor(false);
         GetParent()->SetFocus();
         return 0;
     case IPN_CANCEL:
+        if (m_bListActing)
+            return 0;
         DestroyInPlaceWnd();
         GetParent()->SetFocus();
         return 0;
@@ -206,7 +221,5 @@ LRESULT CListCtrlEx::OnInPlaceCtrlMsg(WPARAM code, LPARAM lParam)
 void CListCtrlEx::OnDestroy()
 {
     DestroyInPlaceWnd();
-    delete m_pClosedWnd;
-    m_pClosedWnd = nullptr;
     CListCtrl::OnDestroy();
 }

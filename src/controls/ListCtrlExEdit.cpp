@@ -3,6 +3,8 @@
 // and the protocol the editors speak with the list and its parent.
 #include "controls/ListCtrlEx.h"
 
+#include "platform/win/WndRouting.h"
+
 #include <algorithm>
 #include <vector>
 
@@ -13,47 +15,93 @@ const UINT kComboId = 10002;
 const UINT kButtonId = 10003;
 const UINT kDateId = 10004;
 
+// Sets a flag for a scope and puts back what it was, however the scope
+// ends.
+class FlagHeld
+{
+public:
+    explicit FlagHeld(bool& flag) : m_flag(flag), m_was(flag) { flag = true; }
+    ~FlagHeld() { m_flag = m_was; }
+    FlagHeld(const FlagHeld&) = delete;
+    FlagHeld& operator=(const FlagHeld&) = delete;
+
+private:
+    bool& m_flag;
+    const bool m_was;
+};
+
 } // namespace
 
-// The editor is let go before its window goes. Its window's focus loss
-// asks for a validation that is not the user's: the list already stored or
-// dropped the text, and the cursor may have moved to another cell.
 int CListCtrlEx::DestroyInPlaceWnd()
 {
-    CWnd* editor = m_pInPlaceWnd;
-    m_pInPlaceWnd = nullptr;
-    if (editor != nullptr)
+    RetireEditor(true);
+    return 1;
+}
+
+void CListCtrlEx::RetireEditor(bool destroyWindow)
+{
+    std::unique_ptr<CWnd> editor = std::move(m_editor);
+    m_nEditItem = m_nEditColumn = -1;
+    if (editor == nullptr)
+        return;
+    if (destroyWindow)
     {
-        m_bClosingEditor = true;
+        FlagHeld acting(m_bListActing);
         editor->DestroyWindow();
-        m_bClosingEditor = false;
-        delete editor;
+    }
+    m_retired.push_back(std::move(editor));
+    if (m_hWnd != nullptr)
+        ::PostMessageW(m_hWnd, WM_INPLACE_CTRL, kFreeRetired, 0);
+}
+
+// An editor whose handler still runs (a modal box in a nested loop, say)
+// waits for the next round.
+void CListCtrlEx::FreeRetiredEditors()
+{
+    std::vector<std::unique_ptr<CWnd>> busy;
+    std::vector<std::unique_ptr<CWnd>> retired = std::move(m_retired);
+    m_retired.clear();
+    for (std::unique_ptr<CWnd>& editor : retired)
+        if (CWndRouting::Routing(editor.get()))
+            busy.push_back(std::move(editor));
+    retired.clear();
+    for (std::unique_ptr<CWnd>& editor : busy)
+        m_retired.push_back(std::move(editor));
+    if (!m_retired.empty() && m_hWnd != nullptr)
+        ::PostMessageW(m_hWnd, WM_INPLACE_CTRL, kFreeRetired, 0);
+}
+
+// An editor is placed with the list's own focus moves held off: hiding a
+// focused editor gives the list the focus, and that focus loss is not the
+// user leaving the cell.
+int CListCtrlEx::ShowInPlaceCtrl(int nItem, int realCol, CWnd* editor)
+{
+    if (m_editor.get() != editor)
+    {
+        RetireEditor(true);
+        m_editor.reset(editor);
+    }
+    m_nEditItem = nItem;
+    m_nEditColumn = realCol;
+    if (editor != nullptr && !PositionControl(editor, nItem, realCol))
+    {
+        FlagHeld acting(m_bListActing);
+        editor->ShowWindow(SW_HIDE);
     }
     return 1;
 }
 
-int CListCtrlEx::ShowInPlaceCtrl(int nItem, int realCol, CWnd* editor)
-{
-    if (m_pInPlaceWnd != editor)
-        DestroyInPlaceWnd();
-    delete m_pClosedWnd;
-    m_pClosedWnd = nullptr;
-    m_pInPlaceWnd = editor;
-    if (editor != nullptr && !PositionControl(editor, nItem, realCol))
-        editor->ShowWindow(SW_HIDE);
-    return 1;
-}
-
+// The old editor goes before the new one takes the focus, so its focus
+// loss is not taken for the user leaving it.
 template <class Editor>
 Editor* CListCtrlEx::CreateEditor(DWORD style, UINT id)
 {
-    Editor* editor = new Editor;
+    RetireEditor(true);
+    FlagHeld acting(m_bListActing);
+    auto editor = std::make_unique<Editor>();
     if (!editor->Create(style, CRect(0, 0, 1, 1), this, id))
-    {
-        delete editor;
         return nullptr;
-    }
-    return editor;
+    return editor.release();
 }
 
 CInPlaceEdit* CListCtrlEx::ShowInPlaceEdit(int nItem, int nSubItem)
@@ -128,7 +176,8 @@ CInPlaceDateTimeCtrl* CListCtrlEx::ShowInPlaceDateTimeCtrl(int nItem, int nSubIt
     ScreenToClient(rect);
     GetItemRect(nItem, row, LVIR_BOUNDS);
     date->MoveWindow(rect.left, rect.top, rect.Width(), row.Height() * 3 / 2);
-    date->SetFocus();
+    if (date->IsWindowVisible())  // a hidden picker would take keys unseen
+        date->SetFocus();
     return date;
 }
 

@@ -89,6 +89,15 @@ struct Grid
     }
 
     HWND List() const { return list.GetSafeHwnd(); }
+    HWND Editor(UINT id = 10001) const { return ::GetDlgItem(List(), static_cast<int>(id)); }
+
+    // Runs `act` on the dialog's thread and lets the queue empty.
+    template <class Act>
+    void Then(Act act)
+    {
+        host.OnDialogThread(act);
+        host.Settle();
+    }
 
     // Clicks the middle of a cell given by user column.
     void ClickCell(int row, int column)
@@ -199,6 +208,42 @@ const EditCase kEdits[] = {
          g.ClickCell(0, NAME); input::Key(VK_TAB); input::Key(VK_ESCAPE); g.ClickCell(0, COUNT); input::Type(L"7");
          input::Key(VK_RETURN); },
      {B, V, B, B, V, E}, L"0,0 0,2 0,1 ", L"梁 柱 板 墙 ", COUNT, L"7 3 100 3 ", false},
+    {"a combo left by Tab stores once", [](Grid& g) { g.ClickCell(1, MATERIAL); input::Key(VK_TAB); input::Key(VK_ESCAPE); },
+     {B, V, B, E}, L"1,2 1,3 ", L"梁 柱 板 墙 ", DATE, L"    ", false},
+    {"a combo left by Up stores once", [](Grid& g) { g.ClickCell(1, MATERIAL); input::Key(VK_UP); input::Key(VK_ESCAPE); },
+     {B, V, B, E}, L"1,2 0,2 ", L"梁 柱 板 墙 ", MATERIAL, L"钢 铝 铜 钢 ", false},
+    {"a date left by Tab stores once", [](Grid& g) { g.ClickCell(3, DATE); input::Key(VK_TAB); input::Key(VK_ESCAPE); },
+     {B, V, B, E}, L"3,3 3,4 ", L"梁 柱 板 墙 ", DRAWING, L"    ", false},
+    {"a refusal, then a corrected text", [](Grid& g) {
+         g.ClickCell(1, NAME); input::Type(L"bad"); input::Key(VK_RETURN); g.host.Settle();
+         input::Click(g.Editor(), 2, 5); input::Type(L"ok"); input::Key(VK_RETURN); },
+     {B, V, V, E}, L"1,0 ", L"梁 okbad 板 墙 ", COUNT, L"12 3 100 3 ", false},
+    {"a refusal, then Escape", [](Grid& g) {
+         g.ClickCell(1, NAME); input::Type(L"bad"); input::Key(VK_RETURN); g.host.Settle();
+         input::Click(g.Editor(), 2, 5); input::Key(VK_ESCAPE); },
+     {B, V, E}, L"1,0 ", L"梁 柱 板 墙 ", COUNT, L"12 3 100 3 ", false},
+    {"WM_CLOSE on an edit stores it", [](Grid& g) {
+         g.ClickCell(0, NAME); input::Type(L"W"); g.host.Settle(); ::PostMessageW(g.Editor(), WM_CLOSE, 0, 0); },
+     {B, V, E}, L"0,0 ", L"W 柱 板 墙 ", COUNT, L"12 3 100 3 ", false},
+    {"WM_CLOSE after a refusal: the list forgets the edit", [](Grid& g) {
+         g.ClickCell(0, NAME); input::Type(L"bad"); input::Key(VK_RETURN); g.host.Settle();
+         ::PostMessageW(g.Editor(), WM_CLOSE, 0, 0); g.host.Settle(); g.ClickCell(2, COUNT); input::Key(VK_ESCAPE); },
+     {B, V, B, E}, L"0,0 2,1 ", L"梁 柱 板 墙 ", COUNT, L"12 3 100 3 ", false},
+    {"an edit destroyed by another party after a refusal is forgotten", [](Grid& g) {
+         g.ClickCell(0, NAME); input::Type(L"bad"); input::Key(VK_RETURN); g.host.Settle();
+         g.Then([&] { ::DestroyWindow(g.Editor()); }); g.ClickCell(2, NAME); input::Key(VK_ESCAPE); },
+     {B, V, B, E}, L"0,0 2,0 ", L"梁 柱 板 墙 ", COUNT, L"12 3 100 3 ", false},
+    {"a date destroyed by another party stores its focus loss", [](Grid& g) {
+         g.ClickCell(0, DATE); g.Then([&] { ::DestroyWindow(g.Editor(10004)); }); g.ClickCell(2, NAME); input::Key(VK_ESCAPE); },
+     {B, V, B, E}, L"0,3 2,0 ", L"梁 柱 板 墙 ", DATE, L"2024年03月05日    ", false},
+    {"Tab into a zero-width column keeps both cells", [](Grid& g) {
+         g.Then([&] { g.list.SetColumnWidth(1 + MATERIAL, 0); });
+         g.ClickCell(0, COUNT); input::Type(L"5"); input::Key(VK_TAB); },
+     {B, V, B, E}, L"0,1 0,2 ", L"梁 柱 板 墙 ", MATERIAL, L"钢 铝 铜 钢 ", true},
+    {"an editor out of range changes no cell", [](Grid& g) {
+         g.ClickCell(0, NAME); input::Key(VK_ESCAPE);
+         g.Then([&] { g.list.ShowInPlaceEdit(99, NAME)->SetRange(0.0f, 1.0f); }); },
+     {B, E}, L"0,0 ", L"梁 柱 板 墙 ", COUNT, L"12 3 100 3 ", true},
     {"the browse button", [](Grid& g) {
          g.ClickCell(2, DRAWING);
          input::Click(::GetDlgItem(g.List(), 10003));
@@ -256,6 +301,43 @@ TEST(ListCtrlEx, TypingIntoAnEdit)
     });
 }
 
+// The cell cursor's keys while an editor is open; VK_SHIFT and VK_CONTROL
+// are held for the key after them.
+struct CursorCase
+{
+    int row, column;
+    WORD keys[3];
+    const wchar_t* begins;
+};
+
+const CursorCase kCursor[] = {
+    {1, COUNT, {VK_SHIFT, VK_TAB}, L"1,1 1,0 "},
+    {1, NAME, {VK_SHIFT, VK_TAB}, L"1,0 0,5 "},    // wraps to the row above
+    {1, COUNT, {VK_UP}, L"1,1 0,1 "},
+    {3, COUNT, {VK_DOWN}, L"3,1 "},                // the last row stays
+    {1, COUNT, {VK_END}, L"1,1 3,1 "},
+    {2, COUNT, {VK_CONTROL, VK_HOME}, L"2,1 0,0 "},  // the serial column opens nothing
+    {1, COUNT, {VK_CONTROL, VK_END}, L"1,1 3,5 "},
+    {1, -1, {VK_RIGHT, VK_F2}, L"1,0 "},           // from the list: F2 edits the current cell
+};
+
+TEST(ListCtrlEx, CursorKeysMoveTheEditor)
+{
+    EachInFreshGrid(kCursor, [](Grid& grid, HostDialog& h, const CursorCase& c) {
+        grid.ClickCell(c.row, c.column);
+        for (const WORD* key = c.keys; key != std::end(c.keys) && *key != 0; ++key)
+        {
+            if (*key == VK_SHIFT || *key == VK_CONTROL)
+                input::Chord(key[0], key[1]), ++key;
+            else
+                input::Key(*key);
+        }
+        h.Settle();
+        EXPECT_EQ(grid.begins, c.begins);
+        EXPECT_EQ(grid.Column(NAME), L"梁 柱 板 墙 ");
+    });
+}
+
 struct SortCase
 {
     int realColumn, clicks;
@@ -302,6 +384,13 @@ const RowCase kRows[] = {
     {"rows outside", [](CListCtrlEx& l) { return l.UpItem(4) + l.DownItem(-2) + l.DelItem(9); }, -3, L"梁 柱 板 墙 ", L"1 2 3 4 "},
     {"sort descending by number", [](CListCtrlEx& l) { return l.SortColumn(2, SORT_NUMBER, FALSE); }, 0, L"板 梁 柱 墙 ", L"1 2 3 4 "},
     {"columns outside the table", [](CListCtrlEx& l) { return l.SetSort(99, SORT_STRING) + l.SortColumn(99, TRUE); }, 0, L"梁 柱 板 墙 ", L"1 2 3 4 "},
+    {"a callback sort gets the rows from before it", [](CListCtrlEx& l) {
+         return l.SortColumn(1 + MATERIAL, [](LPARAM a, LPARAM b, LPARAM info) {
+             const SORTINFO* sort = reinterpret_cast<const SORTINFO*>(info);
+             const int order = sort->pList->CListCtrl::GetItemText(static_cast<int>(a), sort->nColumn).Compare(
+                 sort->pList->CListCtrl::GetItemText(static_cast<int>(b), sort->nColumn));
+             return order != 0 ? order : static_cast<int>(a - b);
+         }, TRUE); }, 1, L"梁 墙 板 柱 ", L"1 4 3 2 "},  // numbers move with the rows here
     {"a null compare function changes nothing", [](CListCtrlEx& l) { return l.SetSort(1, nullptr) + l.SortColumn(1, TRUE); }, 1, L"墙 板 柱 梁 ", L"1 2 3 4 "},
 };
 

@@ -35,6 +35,12 @@ inline void Key(WORD virtualKey)
     Send({KeyIn(virtualKey), KeyIn(virtualKey, KEYEVENTF_KEYUP)});
 }
 
+// `key` with `modifier` (VK_SHIFT, VK_CONTROL) held.
+inline void Chord(WORD modifier, WORD key)
+{
+    Send({KeyIn(modifier), KeyIn(key), KeyIn(key, KEYEVENTF_KEYUP), KeyIn(modifier, KEYEVENTF_KEYUP)});
+}
+
 // Each character by its key (with Shift when the layout needs it), else as
 // a Unicode character.
 inline void Type(const wchar_t* text)

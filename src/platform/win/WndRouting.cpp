@@ -224,6 +224,14 @@ void CWndRouting::Forget(CWnd* wnd)
             frame->alive = false;
 }
 
+bool CWndRouting::Routing(const CWnd* wnd)
+{
+    for (const RouteFrame* frame = t_routes; frame != nullptr; frame = frame->outer)
+        if (frame->wnd == wnd && frame->alive)
+            return true;
+    return false;
+}
+
 LRESULT CALLBACK CWndRouting::ObjectProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
 {
     CWnd* wnd = Lookup(hWnd);

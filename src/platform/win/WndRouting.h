@@ -28,6 +28,9 @@ public:
     // The object is being deleted: handlers of it still running must not
     // touch it once they return.
     static void Forget(CWnd* wnd);
+    // Whether a handler of the object is running on this thread (its
+    // deletion would pull the object from under it).
+    static bool Routing(const CWnd* wnd);
 
 private:
     // With the registry's lock held.
