@@ -125,6 +125,7 @@ protected:
     void OnLButtonUp(UINT flags, CPoint point);
     void OnMouseMove(UINT flags, CPoint point);
     void OnCancelMode();
+    LRESULT OnCaptureChanged(WPARAM, LPARAM newCapture);
     void OnPaint();
     void OnSysColorChange();
     BOOL OnEraseBkgnd(CDC* dc);
@@ -144,6 +145,9 @@ private:
     void EndDrag(bool drop);
     void ClipResizeCursor();
     void AutoSize(int resizedItem);
+    // Ends whatever the mouse was doing: press, resize or drag.
+    void EndGesture();
+    void EndPlatformGesture();
     int FitResizedColumn(int resizedOrder, const int* order, int clientWidth, int minimaRight);
     void CollectAutoSize(int first, const int* order, int count);
     void SpreadAutoSize(int available);
@@ -184,6 +188,10 @@ private:
 
     BOOL m_bButtonDown = FALSE;
     BOOL m_bDragging = FALSE;
+    // While the button going up ends the gesture.
+    bool m_bReleasing = false;
+    // Where the button went down (HHT_... flags), until it goes up.
+    UINT m_nPressedHit = 0;
     CFHDragWnd* m_pDragWnd = nullptr;
     UINT m_nClickFlags = 0;
     CPoint m_ptClickPoint;

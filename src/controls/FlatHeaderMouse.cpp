@@ -22,6 +22,10 @@ void CFlatHeaderCtrl::OnLButtonDown(UINT flags, CPoint point)
 {
     m_nClickFlags = flags;
     m_ptClickPoint = point;
+    HDHITTESTINFO hit{};
+    hit.pt = point;
+    HitTest(&hit);
+    m_nPressedHit = hit.flags;
     if (m_iHotIndex < 0)
     {
         CHeaderCtrl::OnLButtonDown(flags, point);
@@ -202,11 +206,15 @@ void CFlatHeaderCtrl::TrackDrag(CPoint point)
     }
 }
 
+// The button going up ends the gesture itself: the capture changes this
+// brings (the header's own release, the drag's) are not taken for an
+// interruption.
 void CFlatHeaderCtrl::OnLButtonUp(UINT flags, CPoint point)
 {
     m_nClickFlags = flags;
     m_ptClickPoint = point;
     m_bButtonDown = FALSE;
+    m_bReleasing = TRUE;
     if (m_iHotIndex >= 0)
     {
         if (m_bResizing && m_bAutoSize)
@@ -217,32 +225,92 @@ void CFlatHeaderCtrl::OnLButtonUp(UINT flags, CPoint point)
         GetItemRect(m_iHotIndex, item);
         InvalidateRect(item);
     }
+    m_nPressedHit = 0;
     CHeaderCtrl::OnLButtonUp(flags, point);
+    m_bReleasing = FALSE;
     if (m_bResizing && m_bAutoSize)
         AutoSize(m_iHotIndex);
     m_bResizing = FALSE;
 }
 
+// The system ends every gesture it interrupts (a dialog box, a window
+// switch); a capture taken by another window ends it too. Either way the
+// pointer is freed, the flags go and the drag windows are put away, so the
+// next move with no button held starts nothing.
 void CFlatHeaderCtrl::OnCancelMode()
 {
     CHeaderCtrl::OnCancelMode();
-    if (!m_bDragging)
-        return;
-    m_nClickFlags = 0;
-    m_bButtonDown = FALSE;
-    EndDrag(false);
+    EndGesture();
 }
 
+LRESULT CFlatHeaderCtrl::OnCaptureChanged(WPARAM, LPARAM newCapture)
+{
+    const LRESULT result = Default();
+    if (!m_bReleasing && reinterpret_cast<HWND>(newCapture) != m_hWnd)
+        EndGesture();
+    return result;
+}
+
+// A resize cut short still leaves the columns filling the width.
+void CFlatHeaderCtrl::EndGesture()
+{
+    const bool resized = m_bResizing != FALSE;
+    m_nClickFlags = 0;
+    m_bButtonDown = FALSE;
+    m_bResizing = FALSE;
+    if (resized && m_bAutoSize)
+        ::ClipCursor(nullptr);
+    if (m_bDragging)
+        EndDrag(false);
+    EndPlatformGesture();
+    if (::GetCapture() == m_hWnd)
+        ::ReleaseCapture();
+    if (resized && m_bAutoSize)
+        AutoSize(m_iHotIndex);
+    if (m_iHotIndex >= 0)
+    {
+        CRect item;
+        GetItemRect(m_iHotIndex, item);
+        InvalidateRect(item);
+    }
+}
+
+// The platform's header does not end its own press or track on cancel-mode
+// or a lost capture everywhere; left pressed, its next move with no button
+// held would start a drag. It is given the button-up it missed: a track
+// ends where the divider is now, a press far from any item, which drops
+// it without a click (a header that drags columns takes a distant release
+// for an ended drag, not a click; one that does not is left as it is).
+void CFlatHeaderCtrl::EndPlatformGesture()
+{
+    const UINT pressed = m_nPressedHit;
+    m_nPressedHit = 0;
+    CPoint at(-30000, -30000);
+    if (pressed & kOnDivider)
+    {
+        ::GetCursorPos(&at);
+        ScreenToClient(&at);
+    }
+    else if (!(pressed & HHT_ONHEADER) || !(GetStyle() & HDS_DRAGDROP))
+        return;
+    const bool releasing = m_bReleasing;
+    m_bReleasing = true;
+    CHeaderCtrl::DefWindowProc(WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
+    m_bReleasing = releasing;
+}
+
+// The state goes before the capture: releasing it reports a capture change,
+// which must find the drag over.
 void CFlatHeaderCtrl::EndDrag(bool drop)
 {
     if (drop && SendHeaderNotify(HDN_ENDDRAG, m_iHotIndex) == 0 && m_iDropIndex >= 0)
         Reorder();
     delete m_pDragWnd;
     m_pDragWnd = nullptr;
-    if (::GetCapture() == m_hWnd)
-        ::ReleaseCapture();
     m_bDragging = FALSE;
     m_iDropIndex = -1;
+    if (::GetCapture() == m_hWnd)
+        ::ReleaseCapture();
     SendMessage(HDM_SETHOTDIVIDER, FALSE, -1);
     Invalidate();
 }
@@ -291,7 +359,7 @@ LRESULT CFlatHeaderCtrl::OnSetHotDivider(WPARAM wParam, LPARAM lParam)
                     : -1;
     }
     const int count = GetItemCount();
-    if (index < 0 || index > count || count == 0)
+    if (index < 0 || index > count + 1 || count == 0)
     {
         delete m_pDropWnd;
         m_pDropWnd = nullptr;

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -253,6 +254,74 @@ TEST_F(AutoSizeTest, ResizingAColumnRefitsTheColumnsAfterIt)
             ::GetClipCursor(&clip);
             EXPECT_EQ(clip.right - clip.left, ::GetSystemMetrics(SM_CXVIRTUALSCREEN));
         }
+    });
+}
+
+// A gesture ended by the system (cancel-mode) or by another window taking
+// the mouse: the button is then let go below the header and the mouse comes
+// back with no button held.
+struct CutRow
+{
+    const char* name;
+    bool onDivider;
+    int moveBy;
+    bool captureTaken;
+};
+
+const CutRow kCuts[] = {
+    {"a resize, cancel-mode", true, 30, false},
+    {"a resize, the capture taken", true, 30, true},
+    {"a drag, the capture taken", false, 130, true},
+    {"a drag, cancel-mode", false, 130, false},
+    {"a press short of a drag, cancel-mode", false, 1, false},
+};
+
+TEST_F(AutoSizeTest, AGestureCutShortLeavesNothingBehind)
+{
+    Run(4, 100, [&](HostDialog& h) {
+        for (const CutRow& row : kCuts)
+        {
+            SCOPED_TRACE(row.name);
+            Prepare(h, kResizes[0]);
+            const int y = Item(0).Height() / 2, from = row.onDivider ? Item(0).right - 1 : Item(0).CenterPoint().x;
+            ::Sleep(::GetDoubleClickTime());
+            input::Press(header.m_hWnd, from, y);
+            input::MoveTo(header.m_hWnd, from + row.moveBy, y);
+            h.Settle();
+            h.ClearReceived();
+            h.OnDialogThread([&] {
+                if (row.captureTaken)
+                    ::SetCapture(list);
+                else
+                    ::SendMessageW(header.m_hWnd, WM_CANCELMODE, 0, 0);
+            });
+            h.Settle();
+            RECT clip{};
+            ::GetClipCursor(&clip);
+            EXPECT_EQ(clip.right - clip.left, ::GetSystemMetrics(SM_CXVIRTUALSCREEN));
+            EXPECT_NE(Pixel(Item(2).left, -5), kRed);  // no drop marker
+            HWND capture = nullptr;
+            h.OnDialogThread([&] { capture = ::GetCapture(); });
+            EXPECT_NE(capture, header.m_hWnd);
+            input::MoveTo(header.m_hWnd, from + row.moveBy, y + 60);
+            input::Release();
+            h.OnDialogThread([&] { ::ReleaseCapture(); });
+            input::MoveTo(header.m_hWnd, 20, y);
+            input::MoveTo(header.m_hWnd, 60, y);
+            h.Settle();
+            const std::vector<ReceivedMsg> notes = HeaderNotes();
+            EXPECT_EQ(std::count_if(notes.begin(), notes.end(), [](const ReceivedMsg& m) { return m.code == UINT(HDN_BEGINDRAG); }), 0);
+            h.OnDialogThread([&] { ::MoveWindow(list, 10, 30, 450, 120, TRUE); });
+            CRect client;
+            ::GetClientRect(header.m_hWnd, &client);
+            const std::vector<int> widths = Widths();
+            EXPECT_EQ(std::accumulate(widths.begin(), widths.end(), 0), client.Width());
+            h.OnDialogThread([&] { ::SendMessageW(header.m_hWnd, WM_CANCELMODE, 0, 0); });
+        }
+        h.OnDialogThread([&] {  // the gap after the last column and one past it are both markable
+            EXPECT_EQ(::SendMessageW(header.m_hWnd, HDM_SETHOTDIVIDER, FALSE, 5), 5);
+            EXPECT_EQ(::SendMessageW(header.m_hWnd, HDM_SETHOTDIVIDER, FALSE, 6), -1);
+        });
     });
 }
 
