@@ -396,12 +396,19 @@ void CColorButtonEx::OnLButtonDown(UINT flags, CPoint point)
     CButton::OnLButtonDown(flags, point);
 }
 
+// The default handling sends BN_CLICKED, whose handler may delete this
+// button (a modeless dialog closing itself): the capture is given back
+// afterwards through what was read before, never through the object.
 void CColorButtonEx::OnLButtonUp(UINT flags, CPoint point)
 {
     m_pressed = m_hot = 0;
     Repaint();
+    const HWND self = m_hWnd;
+    const bool captured = m_captured != 0;
+    m_captured = 0;
     CButton::OnLButtonUp(flags, point);
-    DropCapture();
+    if (captured && ::GetCapture() == self)
+        ::ReleaseCapture();
 }
 
 void CColorButtonEx::OnCancelMode()

@@ -26,7 +26,9 @@ const RECT kStrip{0, 120, 150, 145};
 // One palette is open at a time in the process; its state lives here.
 struct PaletteState
 {
+    HWND window = nullptr;
     HWND owner = nullptr;
+    bool chosen = false;
     COLORREF current = 0;
     COLORREF original = 0;
     int selected = -1;
@@ -76,7 +78,9 @@ void FillSolid(HDC dc, const RECT& rect, COLORREF colour)
 void CreateParts(HWND window, const CREATESTRUCTW* cs)
 {
     PaletteState& s = Palette();
+    s.window = window;
     s.owner = cs->hwndParent;
+    s.chosen = false;
     s.current = ::GetSysColor(COLOR_BTNFACE);
     s.selected = -1;
     s.font = ::CreateFontW(-12, 0, 0, 0, FW_NORMAL, 0, 0, 0, GB2312_CHARSET, OUT_STROKE_PRECIS, CLIP_STROKE_PRECIS,
@@ -232,13 +236,29 @@ void TrackPointer(HWND window)
 // coordinates, so its own release never matches).
 void TakeOnRelease(LPARAM lParam)
 {
-    const PaletteState& s = Palette();
+    PaletteState& s = Palette();
     const POINTS at = MAKEPOINTS(lParam);
-    if (s.moved || (at.x == s.press.x && at.y == s.press.y))
-        ::PostMessageW(s.owner, WM_LBUTTONUP, s.current, lParam);
+    if (!s.moved && (at.x != s.press.x || at.y != s.press.y))
+        return;
+    s.chosen = true;
+    ::PostMessageW(s.owner, WM_LBUTTONUP, s.current, lParam);
 }
 
 } // namespace
+
+HWND OpenPaletteWindow()
+{
+    const HWND window = Palette().window;
+    return window != nullptr && ::IsWindow(window) ? window : nullptr;
+}
+
+bool PaletteChoice(COLORREF* colour)
+{
+    const PaletteState& s = Palette();
+    if (s.chosen && colour != nullptr)
+        *colour = s.current;
+    return s.chosen;
+}
 
 LRESULT CALLBACK CColorPickerEx::PaletteWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
@@ -249,8 +269,12 @@ LRESULT CALLBACK CColorPickerEx::PaletteWndProc(HWND window, UINT message, WPARA
         CreateParts(window, reinterpret_cast<const CREATESTRUCTW*>(lParam));
         return 0;
     case WM_DESTROY:
+        if (window != s.window)
+            return 0;
         ::DeleteObject(s.font);
         s.font = nullptr;
+        s.window = nullptr;
+        ::SendMessageW(s.owner, kPaletteClosed, reinterpret_cast<WPARAM>(window), 0);
         return 0;
     case WM_ERASEBKGND:
         DrawGrid(reinterpret_cast<HDC>(wParam));

@@ -5,6 +5,8 @@
 #pragma once
 #include "QMExport.h"
 
+#include <windows.h>
+
 constexpr const wchar_t* kPaletteClass = L"ColorPalette";
 constexpr int kPaletteWidth = 191, kPaletteHeight = 150;
 constexpr int kPaletteColumns = 19, kPaletteRows = 12, kPaletteCellPitch = 10;
@@ -13,3 +15,12 @@ constexpr int kPaletteColumns = 19, kPaletteRows = 12, kPaletteCellPitch = 10;
 constexpr UINT kPaletteSetColour = WM_USER + 1;
 // Palette to picker: replace the palette by the colour dialog.
 constexpr UINT kPaletteWantsDialog = WM_USER + 2;
+// Palette to picker, sent as the palette window goes, however it goes
+// (a click, Alt+F4, WM_CLOSE, its owner destroyed): wParam is the palette.
+constexpr UINT kPaletteClosed = WM_USER + 3;
+
+// The palette open in the process, or null: one at a time.
+HWND OpenPaletteWindow();
+// The colour the palette took on a release (the one it posted to its
+// owner); false when it took none.
+bool PaletteChoice(COLORREF* colour);

@@ -131,16 +131,23 @@ void CColorPickerEx::OnLButtonDown(UINT flags, CPoint point)
     }
 }
 
-// `flags` carries the colour the palette posted.
-void CColorPickerEx::OnLButtonUp(UINT flags, CPoint)
+// The palette posts its choice as a button-up with the colour in `flags`;
+// a real button-up (the user clicking the well while its palette is open)
+// closes the palette and keeps the colour. The well, a button underneath,
+// took the capture on its press; it is given back either way.
+void CColorPickerEx::OnLButtonUp(UINT, CPoint)
 {
+    if (::GetCapture() == m_hWnd)
+        ::ReleaseCapture();
     if (!m_paletteOpen)
         return;
+    COLORREF chosen = m_colour;
+    const bool took = PaletteChoice(&chosen);
     DestroyPaletteWindow();
-    if (flags == m_colour)
+    if (!took || chosen == m_colour)
         Invalidate();
     else
-        SetColor(flags);
+        SetColor(chosen);
 }
 
 BOOL CColorPickerEx::OnSetCursor(CWnd*, UINT hitTest, UINT)
@@ -152,8 +159,27 @@ BOOL CColorPickerEx::OnSetCursor(CWnd*, UINT hitTest, UINT)
     return TRUE;
 }
 
+// A palette that went by itself is forgotten; its class is let go once the
+// window is gone.
 LRESULT CColorPickerEx::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
+    if (message == kPaletteClosed && wParam != 0)
+    {
+        if (reinterpret_cast<HWND>(wParam) == m_palette)
+        {
+            m_palette = nullptr;
+            m_paletteOpen = 0;
+            Invalidate();
+            PostMessage(kPaletteClosed, 0, 0);
+        }
+        return 0;
+    }
+    if (message == kPaletteClosed)
+    {
+        if (!m_paletteOpen)
+            ::UnregisterClassW(kPaletteClass, QM::LibraryHandle());
+        return 0;
+    }
     if (message != kPaletteWantsDialog)
         return CWnd::DefWindowProc(message, wParam, lParam);
     DestroyPaletteWindow();
@@ -171,6 +197,8 @@ int CColorPickerEx::CreatePaletteWindow()
 {
     if (m_paletteOpen)
         return 1;
+    if (const HWND other = OpenPaletteWindow())  // one palette in the process
+        ::DestroyWindow(other);
     const HINSTANCE module = QM::LibraryHandle();
     WNDCLASSW cls{};
     cls.style = CS_HREDRAW | CS_VREDRAW;
@@ -203,9 +231,10 @@ int CColorPickerEx::CreatePaletteWindow()
 
 void CColorPickerEx::DestroyPaletteWindow()
 {
-    if (m_palette != nullptr && ::IsWindow(m_palette))
-        ::DestroyWindow(m_palette);
-    ::UnregisterClassW(kPaletteClass, QM::LibraryHandle());
+    const HWND palette = m_palette;
     m_palette = nullptr;
     m_paletteOpen = 0;
+    if (palette != nullptr && ::IsWindow(palette))
+        ::DestroyWindow(palette);
+    ::UnregisterClassW(kPaletteClass, QM::LibraryHandle());
 }

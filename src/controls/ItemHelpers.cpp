@@ -159,6 +159,8 @@ bool ListCtrlDelItem(CListCtrl& list)
     const int count = list.GetItemCount();
     if (count > 0)
         FocusRow(list, row < count ? row : count - 1);
+    else
+        list.SetFocus();  // the list keeps the keyboard even when empty
     return true;
 }
 

@@ -30,22 +30,69 @@ CNumEditEx::CNumEditEx()
 
 CNumEditEx::~CNumEditEx() = default;
 
+namespace {
+
+// A finite decimal number and nothing else but blanks around it: digits
+// with at most one point, an optional sign and an optional exponent. The
+// C runtime's readers also take "nan", "inf" and hexadecimal, which a user
+// may paste but no one means as a size.
+bool ReadDecimal(const wchar_t* text, double* value)
+{
+    const wchar_t* at = text;
+    while (*at == L' ' || *at == L'\t')
+        ++at;
+    const wchar_t* start = at;
+    if (*at == L'+' || *at == L'-')
+        ++at;
+    int digits = 0;
+    for (; *at >= L'0' && *at <= L'9'; ++at)
+        ++digits;
+    if (*at == L'.')
+        for (++at; *at >= L'0' && *at <= L'9'; ++at)
+            ++digits;
+    if (digits == 0)
+        return false;
+    // An exponent still being typed ("9e", "9e-") reads as its mantissa, as
+    // the box always took it.
+    if (*at == L'e' || *at == L'E')
+    {
+        ++at;
+        if (*at == L'+' || *at == L'-')
+            ++at;
+        while (*at >= L'0' && *at <= L'9')
+            ++at;
+    }
+    const wchar_t* end = at;
+    while (*at == L' ' || *at == L'\t')
+        ++at;
+    if (*at != L'\0')
+        return false;
+    const std::wstring number(start, end);
+    const double read = _wtof(number.c_str());
+    if (!std::isfinite(read))
+        return false;
+    *value = read;
+    return true;
+}
+
+} // namespace
+
+// Anything that is not a finite decimal number counts as 0.
 double CNumEditEx::GetValue()
 {
     CString text;
     GetWindowText(text);
-    return _wtof(text);
+    double value = 0.0;
+    return ReadDecimal(text, &value) ? value : 0.0;
 }
 
-// One number and nothing after it, read as a float; "%1s" only tells
-// whether anything follows.
+// The number is compared as the single-precision value the box keeps.
 int CNumEditEx::RangeCode(const CString& text) const
 {
-    float number = 0.0f;
-    wchar_t rest[2] = L"";
-    if (swscanf(text, L"%f%1s", &number, rest) != 1)
+    double read = 0.0;
+    if (!ReadDecimal(text, &read))
         return 2;
-    const double value = number;
+    const double value = static_cast<float>(read);
     return value > m_dMax || value < m_dMin ? 1 : 0;
 }
 

@@ -201,6 +201,35 @@ TEST(ColorButton, ColourSettersRepaintAsDocumented)
     }));
 }
 
+// A click handler that deletes the button (a modeless dialog closing
+// itself) and gives the mouse to another window: the deleted button is not
+// read again, so that window keeps the capture.
+TEST(ColorButton, AButtonDeletedByItsOwnClickIsNotTouchedAgain)
+{
+    HostDialog host(Buttons(2, L"删除"));
+    CColorButtonEx* button = new CColorButtonEx;
+    host.onInit = [&](HWND dialog) { button->SubclassDlgItem(101, CWnd::FromHandle(dialog)); };
+    host.onMessage = [&](UINT message, WPARAM wParam, LPARAM, LRESULT&) {
+        if (message != WM_COMMAND || wParam != MAKEWPARAM(101, BN_CLICKED) || button == nullptr)
+            return false;
+        delete button;
+        button = nullptr;
+        ::SetCapture(host.Item(102));
+        return true;
+    };
+    HWND capture = nullptr;
+    ASSERT_TRUE(host.RunModal([&](HostDialog& h) {
+        input::Click(h.Item(101), 10, 10);
+        h.Settle();
+        h.OnDialogThread([&] {
+            capture = ::GetCapture();
+            ::ReleaseCapture();
+        });
+        EXPECT_EQ(capture, h.Item(102));
+    }));
+    EXPECT_EQ(button, nullptr);
+}
+
 TEST(ColorButton, SizeToContentToolTipStylesAndRuntimeClass)
 {
     struct Row

@@ -13,17 +13,18 @@
 
 namespace {
 
-enum : WORD { IDC_PICKER = 201, IDC_BUDDY = 202, IDC_TARGET = 203 };
+enum : WORD { IDC_PICKER = 201, IDC_BUDDY = 202, IDC_TARGET = 203, IDC_SECOND = 204 };
 constexpr COLORREF kTargetColour = RGB(0x12, 0x34, 0x56);
 
 // The picker, its buddy edit, and a window of known colour to pick from.
 struct PickerHost
 {
     HostDialog host{{{L"BUTTON", L"", BS_OWNERDRAW, IDC_PICKER, 10, 10, 30, 14},
+                     {L"BUTTON", L"", BS_OWNERDRAW, IDC_SECOND, 10, 120, 30, 14},
                      {L"EDIT", L"", ES_AUTOHSCROLL | WS_BORDER, IDC_BUDDY, 50, 10, 50, 14},
                      {L"BUTTON", L"", BS_PUSHBUTTON, IDC_TARGET, 160, 60, 50, 40}},
                     230, 150};
-    CColorPickerEx picker;
+    CColorPickerEx picker, second;
     CColorButtonEx target;
 
     PickerHost()
@@ -31,6 +32,7 @@ struct PickerHost
         host.onInit = [this](HWND dialog) {
             picker.SubclassDlgItem(IDC_PICKER, CWnd::FromHandle(dialog));
             picker.SetBuddy(::GetDlgItem(dialog, IDC_BUDDY));
+            second.SubclassDlgItem(IDC_SECOND, CWnd::FromHandle(dialog));
             target.SubclassDlgItem(IDC_TARGET, CWnd::FromHandle(dialog));
             target.m_borderStyle = 3;
             target.SetBkColor(kTargetColour);
@@ -206,6 +208,62 @@ TEST(ColorPicker, MoreColoursOpensTheFullColourDialog)
     }));
     EXPECT_TRUE(fullOpen);
     EXPECT_EQ(t.picker.GetColor(), kTargetColour);  // the buddy shows red, green, blue
+}
+
+// A palette that ends other than by a click on a colour: the picker keeps
+// its colour, holds no capture, and its next click opens a palette again;
+// a click elsewhere is an ordinary click.
+struct EndRow
+{
+    const char* name;
+    void (*end)(PickerHost&, HostDialog&, HWND palette);
+};
+
+const EndRow kEnds[] = {
+    {"WM_CLOSE", [](PickerHost&, HostDialog& h, HWND palette) { ::PostMessageW(palette, WM_CLOSE, 0, 0); h.Settle(); }},
+    {"Alt+F4", [](PickerHost&, HostDialog& h, HWND palette) { ::PostMessageW(palette, WM_SYSCOMMAND, SC_CLOSE, 0); h.Settle(); }},
+    {"the well clicked after the more-colours button", [](PickerHost&, HostDialog& h, HWND palette) {
+         input::MoveTo(::GetDlgItem(palette, 100), 8, 8);
+         h.Settle();
+         input::Click(h.Item(IDC_PICKER), 8, 8);
+         h.Settle(); }},
+    {"a second picker opened", [](PickerHost& t, HostDialog& h, HWND) {
+         h.OnDialogThread([&] { t.second.SendMessage(WM_LBUTTONDOWN, 0, MAKELPARAM(5, 5)); });
+         h.Settle();
+         int palettes = 0;
+         for (HWND w = nullptr; (w = ::FindWindowExW(nullptr, w, L"ColorPalette", nullptr)) != nullptr;)
+             ++palettes;
+         EXPECT_EQ(palettes, 1);
+         h.OnDialogThread([&] { t.second.SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(5, 5)); });
+         h.Settle(); }},
+};
+
+TEST(ColorPicker, APaletteClosedAnyOtherWayLeavesThePickerAsItWas)
+{
+    for (const EndRow& row : kEnds)
+    {
+        SCOPED_TRACE(row.name);
+        PickerHost t;
+        ASSERT_TRUE(t.host.RunModal([&](HostDialog& h) {
+            h.OnDialogThread([&] { t.picker.SetColor(kTargetColour); });
+            const HWND palette = OpenPalette(h);
+            ASSERT_NE(palette, nullptr);
+            row.end(t, h, palette);
+            EXPECT_EQ(Palette(), nullptr);
+            HWND capture = reinterpret_cast<HWND>(1);
+            h.OnDialogThread([&] { capture = ::GetCapture(); });
+            EXPECT_EQ(capture, nullptr);
+            input::Click(h.Item(IDC_BUDDY), 5, 5);
+            h.Settle();
+            EXPECT_EQ(Palette(), nullptr);  // that click was the buddy's
+            EXPECT_NE(OpenPalette(h), nullptr);
+            input::Click(h.Item(IDC_PICKER), 8, 8);  // and closes, taking nothing
+            h.Settle();
+            EXPECT_EQ(Palette(), nullptr);
+            EXPECT_EQ(h.Text(IDC_BUDDY), L"123456");
+            EXPECT_EQ(t.picker.GetColor(), kTargetColour);
+        }));
+    }
 }
 
 } // namespace

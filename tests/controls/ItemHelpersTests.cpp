@@ -122,7 +122,9 @@ TEST(ItemHelpers, ListCtrlButtonsSwapTextsOfTheFirstSelectedRow)
 {
     Fixture f;
     std::vector<std::wstring> states;
+    std::vector<bool> focused;  // the list has the keyboard afterwards
     auto snapshot = [&] {
+        focused.push_back(::GetFocus() == f.report.GetSafeHwnd());
         std::wstring all;
         for (int r = 0; r < f.report.GetItemCount(); ++r)
         {
@@ -153,6 +155,7 @@ TEST(ItemHelpers, ListCtrlButtonsSwapTextsOfTheFirstSelectedRow)
     // The upper row is selected and the old one still is; row 0 cannot go up.
     EXPECT_EQ(states, (std::vector<std::wstring>{L"乙2* 甲1* 丙3* ", L"乙2* 甲1* 丙3* ", L"甲1* 乙2* 丙3* ",
                                                  L"乙2* 丙3* ", L"丙3* ", L"", L""}));
+    EXPECT_EQ(focused, (std::vector<bool>{true, true, true, true, true, true, false}));  // the last row deleted too
 }
 
 TEST(ItemHelpers, SelectingByIndexOrTextReportsToTheDialog)

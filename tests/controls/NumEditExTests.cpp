@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include <string>
 #include <utility>
 
@@ -68,6 +70,51 @@ TEST(NumEditEx, TypedTextIsFilteredAndCheckedWhenTheFocusLeaves)
             EXPECT_TRUE(start == end && end == wcslen(row.shown)) << "caret " << start << "-" << end;
             h.Focus(IDC_OTHER);
             EXPECT_EQ(h.Text(IDC_NUM), row.left);
+        }
+    }));
+}
+
+// Pasted text (Ctrl+V) is checked at once and when the focus leaves: only
+// a finite decimal number in range stays, and GetValue reads what is shown.
+struct PasteRow
+{
+    const wchar_t *min, *pasted, *left;
+    double value;
+};
+
+const PasteRow kPastes[] = {
+    {L"10", L"nan", L"50", 50}, {L"10", L"inf", L"50", 50}, {L"10", L"0x20", L"50", 50},
+    {L"10", L"0x1p4", L"50", 50}, {L"10", L"1e999", L"50", 50}, {L"10", L"2e1", L"2e1", 20},
+    {L"0", L"1.5", L"1.5", 1.5},  // not reset
+};
+
+TEST(NumEditEx, PastedTextIsCheckedWhenTheFocusLeaves)
+{
+    NumHost t;
+    ASSERT_TRUE(t.host.RunModal([&](HostDialog& h) {
+        for (const PasteRow& row : kPastes)
+        {
+            SCOPED_TRACE(testing::PrintToString(std::wstring(row.pasted)));
+            h.OnDialogThread([&] {
+                t.edit.SetAllValue(L"50", row.min, L"100");
+                t.edit.SetSel(0, -1);
+                ASSERT_TRUE(::OpenClipboard(h.Window()));
+                ::EmptyClipboard();
+                const size_t bytes = (wcslen(row.pasted) + 1) * sizeof(wchar_t);
+                HGLOBAL text = ::GlobalAlloc(GMEM_MOVEABLE, bytes);
+                std::memcpy(::GlobalLock(text), row.pasted, bytes);
+                ::GlobalUnlock(text);
+                ::SetClipboardData(CF_UNICODETEXT, text);
+                ::CloseClipboard();
+            });
+            h.Focus(IDC_NUM);
+            input::Chord(VK_CONTROL, 'V');
+            h.Settle();
+            h.Focus(IDC_OTHER);
+            EXPECT_EQ(h.Text(IDC_NUM), row.left);
+            double value = 0;
+            h.OnDialogThread([&] { value = t.edit.GetValue(); });
+            EXPECT_EQ(value, row.value);
         }
     }));
 }
