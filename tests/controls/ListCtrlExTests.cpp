@@ -364,6 +364,16 @@ TEST(ListCtrlEx, HeaderClicksSortByTheColumnsRuleAndKeepTheNumbers)
     });
 }
 
+// A caller's own rule: the texts by code unit, equal ones by the rows'
+// indexes from before the sort.
+int CALLBACK ByTextThenRow(LPARAM a, LPARAM b, LPARAM info)
+{
+    const SORTINFO* sort = reinterpret_cast<const SORTINFO*>(info);
+    const int order = sort->pList->CListCtrl::GetItemText(static_cast<int>(a), sort->nColumn)
+                          .Compare(sort->pList->CListCtrl::GetItemText(static_cast<int>(b), sort->nColumn));
+    return order != 0 ? order : static_cast<int>(a - b);
+}
+
 struct RowCase
 {
     const char* name;
@@ -385,12 +395,7 @@ const RowCase kRows[] = {
     {"sort descending by number", [](CListCtrlEx& l) { return l.SortColumn(2, SORT_NUMBER, FALSE); }, 0, L"板 梁 柱 墙 ", L"1 2 3 4 "},
     {"columns outside the table", [](CListCtrlEx& l) { return l.SetSort(99, SORT_STRING) + l.SortColumn(99, TRUE); }, 0, L"梁 柱 板 墙 ", L"1 2 3 4 "},
     {"a callback sort gets the rows from before it", [](CListCtrlEx& l) {
-         return l.SortColumn(1 + MATERIAL, [](LPARAM a, LPARAM b, LPARAM info) {
-             const SORTINFO* sort = reinterpret_cast<const SORTINFO*>(info);
-             const int order = sort->pList->CListCtrl::GetItemText(static_cast<int>(a), sort->nColumn).Compare(
-                 sort->pList->CListCtrl::GetItemText(static_cast<int>(b), sort->nColumn));
-             return order != 0 ? order : static_cast<int>(a - b);
-         }, TRUE); }, 1, L"梁 墙 板 柱 ", L"1 4 3 2 "},  // numbers move with the rows here
+         return l.SortColumn(1 + MATERIAL, &ByTextThenRow, TRUE); }, 1, L"梁 墙 板 柱 ", L"1 4 3 2 "},  // numbers move with the rows here
     {"a null compare function changes nothing", [](CListCtrlEx& l) { return l.SetSort(1, nullptr) + l.SortColumn(1, TRUE); }, 1, L"墙 板 柱 梁 ", L"1 2 3 4 "},
 };
 
